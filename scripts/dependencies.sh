@@ -1,0 +1,79 @@
+# Builds the third-party libraries for 32-bit Windows from their Debian source packages. Sourced, not run.
+# Each is built once and kept in build/deps; docs/dependencies.md says what each is for and under which licence.
+
+deps=$build/deps
+deps_prefix=$deps/win32
+deps_host=i686-w64-mingw32
+deps_zlib=(-DZLIB_LIBRARY=/usr/$deps_host/lib/libz.a -DZLIB_INCLUDE_DIR=/usr/$deps_host/include)
+
+# Unpacks a Debian source package to build/deps/src/<name>.
+fetch_source() {
+    local name=$1
+    [ -d "$deps/src/$name" ] && return 0
+    mkdir -p "$deps/src/download-$name"
+    (cd "$deps/src/download-$name" && stable_apt_get deb-src -qq --download-only source "$name" &&
+        dpkg-source -x ./*.dsc ../unpacking-"$name" && rm -rf "../$name")
+    mv "$deps/src/unpacking-$name" "$deps/src/$name"
+    (cd "$deps/src/download-$name" && awk -v name="$name" '/^Version:/ { print name, $2; exit }' ./*.dsc) >>"$deps/versions"
+}
+
+cmake_dependency() {
+    local name=$1 target=$2
+    shift 2
+    cmake -S "$deps/src/$name" -B "$deps/build/$name" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-i686.cmake" -DTOVAREX_DEPS="$deps_prefix" \
+        -DCMAKE_INSTALL_PREFIX="$deps_prefix" -DCMAKE_POSITION_INDEPENDENT_CODE=ON -DBUILD_SHARED_LIBS=OFF "$@"
+    cmake --build "$deps/build/$name" --target "$target"
+}
+
+build_bzip2() {
+    fetch_source bzip2
+    make -C "$deps/src/bzip2" CC=$deps_host-gcc-posix AR=$deps_host-ar RANLIB=$deps_host-ranlib \
+        CFLAGS="-O2 -D_FILE_OFFSET_BITS=64" libbz2.a
+    mkdir -p "$deps_prefix/lib" "$deps_prefix/include"
+    cp "$deps/src/bzip2/libbz2.a" "$deps_prefix/lib"
+    cp "$deps/src/bzip2/bzlib.h" "$deps_prefix/include"
+}
+
+build_libzip() {
+    fetch_source libzip
+    cmake_dependency libzip zip -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF -DENABLE_MBEDTLS=OFF \
+        -DENABLE_OPENSSL=OFF -DENABLE_WINDOWS_CRYPTO=ON -DENABLE_BZIP2=ON -DENABLE_LZMA=OFF -DBUILD_TOOLS=OFF \
+        -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_DOC=OFF "${deps_zlib[@]}"
+    cp "$deps/build/libzip/lib/libzip.a" "$deps_prefix/lib"
+    cp "$deps/src/libzip/lib/zip.h" "$deps/build/libzip/zipconf.h" "$deps_prefix/include"
+}
+
+build_libarchive() {
+    fetch_source libarchive
+    # Its check for "Bcrypt.h" stumbles over file systems that tell upper from lower case.
+    mkdir -p "$deps/build/case"
+    echo '#include <bcrypt.h>' >"$deps/build/case/Bcrypt.h"
+    cmake_dependency libarchive archive_static -DCMAKE_C_FLAGS="-I$deps/build/case" -DENABLE_TEST=OFF -DENABLE_TAR=OFF \
+        -DENABLE_CPIO=OFF -DENABLE_CAT=OFF -DENABLE_OPENSSL=OFF -DENABLE_LIBXML2=OFF -DENABLE_EXPAT=OFF \
+        -DENABLE_ICONV=OFF -DENABLE_LZ4=OFF -DENABLE_LZMA=OFF -DENABLE_ZSTD=OFF -DENABLE_LIBB2=OFF \
+        -DENABLE_WERROR=OFF "${deps_zlib[@]}"
+    cp "$deps/build/libarchive/libarchive/libarchive_static.a" "$deps_prefix/lib/libarchive.a"
+    cp "$deps/src/libarchive/libarchive/archive.h" "$deps/src/libarchive/libarchive/archive_entry.h" "$deps_prefix/include"
+}
+
+# The interface definitions that ours import; unpacked beside the build, as nothing of that package has to be installed.
+build_idl() {
+    local dir=$deps/idl-package
+    mkdir -p "$dir"
+    (cd "$dir" && { apt-get -qq download libwine-dev || stable_apt_get deb -qq download libwine-dev; } &&
+        dpkg-deb -x libwine-dev_*.deb . && cp -r usr/include/wine/wine/windows "$deps/idl")
+    rm -rf "$dir"
+}
+
+# Builds what is missing; each dependency leaves a mark when it is complete.
+build_dependencies() {
+    local name
+    mkdir -p "$deps/done"
+    for name in idl bzip2 libzip libarchive; do
+        [ -e "$deps/done/$name" ] && continue
+        say "Preparing $name for 32-bit Windows (once)"
+        logged "dependency-$name" bash -euo pipefail -c ". '$root/scripts/common.sh'; build_$name"
+        touch "$deps/done/$name"
+    done
+}

@@ -1,0 +1,45 @@
+#pragma once
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "drivers/driver_description.h"
+#include "drivers/entry_table.h"
+#include "shell/window_handle.h"
+
+namespace tovar {
+
+/// A driver stands for one archiver library; this is what every driver can do, whatever its library looks like.
+/// Calling order: set `hWnd`, then CheckArchive, or SetArcFile followed by the entry reads.
+class ArchiveDriver {
+public:
+    virtual ~ArchiveDriver() = default;
+
+    [[nodiscard]] virtual const DriverDescription& description() const = 0;
+
+    virtual void setHWnd(WindowHandle owner) = 0;
+
+    /// @return whether the file is an archive that the library can read. Shows no message.
+    [[nodiscard]] virtual bool CheckArchive(std::wstring_view fileName) = 0;
+
+    /// Lists the archive; an earlier listing is replaced. An archive that cannot be opened gives a message box and 0.
+    /// @return the number of entries
+    virtual std::uint32_t SetArcFile(std::wstring_view fileName) = 0;
+
+    /// The listing made by SetArcFile; valid until the next one.
+    [[nodiscard]] virtual const EntryTable& entries() const = 0;
+
+    // One field of one entry as text. All throw std::out_of_range for an index outside the listing.
+    [[nodiscard]] virtual std::wstring FileName(std::uint32_t index) const = 0;
+    [[nodiscard]] virtual std::wstring FilePath(std::uint32_t index) const = 0;
+    [[nodiscard]] virtual std::wstring FileOriginal(std::uint32_t index) const = 0;
+    [[nodiscard]] virtual std::wstring FilePacked(std::uint32_t index) const = 0;
+    [[nodiscard]] virtual std::wstring FileRatio(std::uint32_t index) const = 0;
+    [[nodiscard]] virtual std::wstring FileDate(std::uint32_t index) const = 0;
+    [[nodiscard]] virtual std::wstring FILETIME(std::uint32_t index) const = 0;
+    [[nodiscard]] virtual std::wstring FileAttr(std::uint32_t index) const = 0;
+    [[nodiscard]] virtual std::wstring FileType(std::uint32_t index) const = 0;
+    [[nodiscard]] virtual std::wstring FileCRC(std::uint32_t index) const = 0;
+};
+
+}  // namespace tovar

@@ -1,0 +1,23 @@
+#pragma once
+#include <memory>
+#include <string>
+
+namespace tovar {
+
+/// A loaded library; unloaded with the object.
+class Module {
+public:
+    virtual ~Module() = default;
+    /// @return the address of an exported function, or null. Names are case-sensitive.
+    [[nodiscard]] virtual void* find(const char* name) const = 0;
+};
+
+/// Loads libraries by their full path, never by a bare name: the system's search order is the finder's business.
+class ModuleLoader {
+public:
+    virtual ~ModuleLoader() = default;
+    /// @return null when the file cannot be loaded; shows no message of the system
+    [[nodiscard]] virtual std::unique_ptr<Module> load(const std::wstring& fullPath) = 0;
+};
+
+}  // namespace tovar

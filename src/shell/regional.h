@@ -1,0 +1,45 @@
+#pragma once
+#include <cstdint>
+#include <string>
+
+namespace tovar {
+
+/// Calendar date; month 1-12, day 1-31.
+struct CalendarDate {
+    int year = 0, month = 0, day = 0;
+};
+
+/// Time of day; hour 0-23, minute and second 0-59.
+struct ClockTime {
+    int hour = 0, minute = 0, second = 0;
+};
+
+/// The user's regional settings as far as texts need them. Defaults are those of English (United States).
+struct RegionalSettings {
+    std::wstring groupSeparator = L",";
+    std::wstring grouping = L"3;0";  ///< sizes of the digit groups, as LOCALE_SGROUPING writes them
+    std::wstring decimalSeparator = L".";
+    std::wstring dateSeparator = L"/";
+    std::wstring timeSeparator = L":";
+    std::wstring shortDate = L"M/d/yyyy";  ///< picture, as LOCALE_SSHORTDATE writes it
+};
+
+/// "#,###": digits in groups; nothing at all for 0.
+[[nodiscard]] std::wstring groupedNumber(std::uint64_t number, const RegionalSettings& regional);
+
+/// "0.0" of tenths, such as 425 -> "42.5", -5 -> "-0.5".
+[[nodiscard]] std::wstring tenthsText(std::int32_t tenths, const RegionalSettings& regional);
+
+/// "short date": by the user's own picture (d, dd, M, MM, yy, yyyy; month and weekday names count as numbers).
+[[nodiscard]] std::wstring shortDateText(const CalendarDate& date, const RegionalSettings& regional);
+
+/// "short time": hours and minutes, two digits each, in the 24-hour form.
+[[nodiscard]] std::wstring shortTimeText(const ClockTime& time, const RegionalSettings& regional);
+
+/// "yy/mm/dd": two digits each, joined by the date separator.
+[[nodiscard]] std::wstring yearMonthDayText(const CalendarDate& date, const RegionalSettings& regional);
+
+/// "hh:nn:ss": two digits each, joined by the time separator.
+[[nodiscard]] std::wstring hourMinuteSecondText(const ClockTime& time, const RegionalSettings& regional);
+
+}  // namespace tovar

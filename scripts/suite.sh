@@ -1,0 +1,91 @@
+# Runs test programs and counts their tests. Sourced, not run.
+
+passed=0
+failed=0
+failures=()
+
+# Adds one program's result, read from what it printed.
+# $1: its name; $2: its exit code; $3: its log
+count_program() {
+    local name=$1 code=$2 log=$3 good bad
+    good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' "$log" | tail -n 1)
+    bad=$(sed -n 's/^\[  FAILED  \] \([0-9]*\) test.*/\1/p' "$log" | tail -n 1)
+    good=${good:-0} bad=${bad:-0}
+    # A program that ends badly without naming a failed test has crashed or never got to its tests.
+    if [ "$bad" = 0 ] && { [ "$code" != 0 ] || [ "$good" = 0 ]; }; then bad=1; fi
+    passed=$((passed + good)) failed=$((failed + bad))
+    printf '   %-36s %5d passed' "$name" "$good"
+    if [ "$bad" = 0 ]; then
+        echo
+    else
+        printf ', %d failed (exit code %s): %s\n' "$bad" "$code" "$log"
+        grep -E '^\[  FAILED  \] [A-Za-z]' "$log" | sort -u | head -n 20 || tail -n 20 "$log"
+        failures+=("$name")
+    fi
+}
+
+# Runs one program under a time limit and counts it.
+# $1: the name it is shown under; the rest: the command
+run_program() {
+    local name=$1 log=$build/logs/test-$1.log code=0
+    shift
+    timeout --kill-after=10 "${TOVAREX_TEST_SECONDS:-300}" "$@" </dev/null >"$log" 2>&1 || code=$?
+    tr -d '\r' <"$log" >"$log.text" && mv "$log.text" "$log"
+    count_program "$name" "$code" "$log"
+}
+
+# Counts one check that is no GoogleTest program.
+# $1: what it says; $2: 0 when it held
+count_check() {
+    if [ "$2" = 0 ]; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        failures+=("$1")
+        printf '   %s: failed\n' "$1"
+    fi
+}
+
+run_native_suite() {
+    local program
+    mkdir -p "$build/logs"
+    while read -r program; do
+        run_program "$program" env UBSAN_OPTIONS=print_stacktrace=1 "$build/native-debug/bin/$program"
+    done <"$build/native-debug/test-programs.txt"
+}
+
+# Makes the Japanese locale, whose ANSI code page is 932; nothing is installed.
+ensure_japanese_locale() {
+    [ -d "$build/locale/ja_JP.UTF-8" ] && return 0
+    mkdir -p "$build/locale"
+    logged localedef localedef -i ja_JP -f UTF-8 "$build/locale/ja_JP.UTF-8"
+}
+
+# Recycle bins, temporary files and the like of the tests stay in the build folder.
+run_wine_suite() {
+    local program
+    export XDG_DATA_HOME=$build/wine-data
+    mkdir -p "$XDG_DATA_HOME"
+    ensure_japanese_locale
+    while read -r program; do
+        run_program "wine-$program" wine "$build/win32-release/bin/$program.exe"
+    done <"$build/win32-release/test-programs.txt"
+    while read -r program; do
+        run_program "wine-932-$program" env LOCPATH="$build/locale" LC_ALL=ja_JP.UTF-8 \
+            wine "$build/win32-release/bin/$program.exe"
+    done <"$build/win32-release/test-programs-932.txt"
+}
+
+run_script_suite() {
+    local check
+    for check in "$root"/tests/scripts/*.sh; do
+        [ -e "$check" ] || continue
+        . "$check"
+    done
+}
+
+summary() {
+    [ "$failed" = 0 ] || say "Failed: ${failures[*]}"
+    echo "$passed passed, $failed failed"
+    [ "$failed" = 0 ]
+}

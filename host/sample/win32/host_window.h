@@ -1,0 +1,56 @@
+#pragma once
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+#include "host/sample/disk_folder_reader.h"
+#include "host/sample/host_presenter.h"
+#include "host/sample/win32/com_component.h"
+#include "host/sample/win32/host_object.h"
+
+namespace tovar::host {
+
+/// The host's window: a row of buttons, the path, the list of a folder, and a status bar. The archive browser comes up
+/// inside it.
+class HostWindow final : private HostView {
+public:
+    /// @return whether the window could be made; says why on standard error when not
+    bool create(HINSTANCE instance);
+
+    /// Shows what the program was started with: an archive is opened in its folder, a folder is shown.
+    /// @return whether the archive browser came up
+    bool start(const std::wstring& path);
+
+    /// Runs until the window is closed.
+    int run();
+
+    [[nodiscard]] HWND hwnd() const { return window_; }
+    /// Draws everything that is still to be drawn, children included.
+    void paintNow() const;
+
+private:
+    static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    bool onCreate();
+    void onSize();
+    void onCommand(int control);
+    void onClose();
+    LRESULT onNotify(const NMHDR& header);
+    void openSelected();
+    HWND makeChild(const wchar_t* className, const wchar_t* text, DWORD style, int id);
+    [[nodiscard]] int scaled(int pixels) const;
+
+    void showFolder(const std::wstring& path, const std::vector<FolderItem>& items) override;
+    void showStatus(const std::wstring& text) override;
+
+    HINSTANCE instance_ = nullptr;
+    HWND window_ = nullptr, list_ = nullptr, path_ = nullptr, status_ = nullptr;
+    HFONT font_ = nullptr;
+    std::unique_ptr<HostObject> object_;
+    std::unique_ptr<ComComponent> component_;
+    DiskFolderReader reader_;
+    std::unique_ptr<HostPresenter> presenter_;
+};
+
+}  // namespace tovar::host

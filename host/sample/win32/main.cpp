@@ -1,0 +1,85 @@
+// SampleHost.exe [--report] [ARCHIVE or FOLDER]
+//
+// --report writes one line to standard output as soon as the window shows what it was started with: scripts wait for it
+// before they take a picture or a time.
+
+#include <commctrl.h>
+#include <windows.h>
+
+#include <cstdio>
+#include <cwchar>
+#include <string>
+
+#include "host/sample/win32/host_window.h"
+
+namespace {
+
+/// The window of a message that waits for an answer, or null.
+HWND shownMessage() {
+    HWND found = nullptr;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND window, LPARAM result) WINAPI -> BOOL {
+            wchar_t name[16];
+            if (::GetClassNameW(window, name, 16) == 0 || std::wcscmp(name, L"#32770") != 0) return TRUE;
+            if (!::IsWindowVisible(window)) return TRUE;
+            *reinterpret_cast<HWND*>(result) = window;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+/// Reports a message box that came up instead of the archive: its own loop keeps the start from returning.
+void CALLBACK reportMessage(HWND, UINT, UINT_PTR timer, DWORD) {
+    if (shownMessage() == nullptr) return;
+    ::KillTimer(nullptr, timer);
+    std::printf("a message is shown\n");
+    std::fflush(stdout);
+}
+
+double millisecondsSince(const LARGE_INTEGER& start) {
+    LARGE_INTEGER now, frequency;
+    ::QueryPerformanceCounter(&now);
+    ::QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(now.QuadPart - start.QuadPart) * 1000.0 / static_cast<double>(frequency.QuadPart);
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+    bool report = false;
+    std::wstring path;
+    for (int i = 1; i < count; ++i) {
+        if (std::wcscmp(arguments[i], L"--report") == 0) {
+            report = true;
+        } else {
+            path = arguments[i];
+        }
+    }
+    if (FAILED(::OleInitialize(nullptr))) return 1;
+    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES};
+    ::InitCommonControlsEx(&controls);
+
+    int result = 1;
+    {
+        tovar::host::HostWindow window;
+        if (window.create(::GetModuleHandleW(nullptr))) {
+            ::ShowWindow(window.hwnd(), SW_SHOW);
+            const UINT_PTR timer = report ? ::SetTimer(nullptr, 0, 100, &reportMessage) : 0;
+            LARGE_INTEGER begin;
+            ::QueryPerformanceCounter(&begin);
+            const bool shown = window.start(path);
+            window.paintNow();
+            if (report) {
+                ::KillTimer(nullptr, timer);
+                std::printf("%s after %.1f ms\n", shown ? "the archive is shown" : "no archive is shown",
+                            millisecondsSince(begin));
+                std::fflush(stdout);
+            }
+            result = window.run();
+        }
+    }
+    ::OleUninitialize();
+    return result;
+}

@@ -1,10 +1,12 @@
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "drivers/driver_description.h"
 #include "drivers/entry_table.h"
+#include "shell/regional.h"
 #include "shell/window_handle.h"
 
 namespace tovar {
@@ -17,6 +19,8 @@ public:
 
     [[nodiscard]] virtual const DriverDescription& description() const = 0;
 
+    /// Owner of every window that the library shows.
+    [[nodiscard]] virtual WindowHandle hWnd() const = 0;
     virtual void setHWnd(WindowHandle owner) = 0;
 
     /// @return whether the file is an archive that the library can read. Shows no message.
@@ -40,6 +44,13 @@ public:
     [[nodiscard]] virtual std::wstring FileAttr(std::uint32_t index) const = 0;
     [[nodiscard]] virtual std::wstring FileType(std::uint32_t index) const = 0;
     [[nodiscard]] virtual std::wstring FileCRC(std::uint32_t index) const = 0;
+
+    // Date and time of an entry for other formats than those of FileDate and FILETIME; nullopt when the stored number
+    // is no date (month 0) or no time (hour 24): such a one is shown as FileDate and FILETIME give it. Throw
+    // std::out_of_range like the texts.
+    [[nodiscard]] virtual std::optional<CalendarDate> calendarDate(std::uint32_t index) const = 0;
+    /// The second is the DOS count of two-second steps as it stands, 0 to 31, like the last part of FILETIME.
+    [[nodiscard]] virtual std::optional<ClockTime> clockTime(std::uint32_t index) const = 0;
 };
 
 }  // namespace tovar

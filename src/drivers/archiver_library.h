@@ -15,7 +15,7 @@ class ArchiverLibrary {
 public:
     virtual ~ArchiverLibrary() = default;
 
-    /// XxxGetVersion: version times 100; 0 when the function is missing.
+    /// XxxGetVersion: version times 100; 1, the version of an unusable library, when the function is missing.
     [[nodiscard]] virtual std::uint16_t version() = 0;
     [[nodiscard]] virtual bool running() = 0;
     [[nodiscard]] virtual bool backGroundMode() = 0;
@@ -27,7 +27,8 @@ public:
     /// @param bufferSize  length of the output buffer, in characters of the library's 8-bit text
     /// @param output      the buffer's whole content on return, NULs included, `bufferSize` characters or fewer when
     ///                    several bytes made one character
-    /// @return the library's return code
+    /// @return the library's return code; 0x801C, "Illegal command", for a command line that the library's code page
+    ///         cannot hold
     virtual std::int32_t run(WindowHandle owner, std::wstring_view commandLine, std::uint32_t bufferSize,
                              std::wstring& output) = 0;
 
@@ -38,6 +39,7 @@ public:
     /// @return null on failure
     [[nodiscard]] virtual archiver::ArchiveHandle openArchive(WindowHandle owner, std::wstring_view fileName,
                                                               std::uint32_t mode) = 0;
+    /// @param info  cleared before the call; texts that the library left without a NUL end with their field
     /// @return 0 for an entry; any other value ends the listing
     virtual std::int32_t findFirst(archiver::ArchiveHandle archive, std::wstring_view wildName,
                                    archiver::IndividualInfo& info) = 0;
@@ -48,7 +50,7 @@ public:
     [[nodiscard]] virtual std::optional<std::uint64_t> originalSize(archiver::ArchiveHandle archive) = 0;
     [[nodiscard]] virtual std::optional<std::uint64_t> compressedSize(archiver::ArchiveHandle archive) = 0;
 
-    /// Appends the wide form of a text that the library gave in a record.
+    /// Appends the wide form of a text that the library gave in a record of an archive that is open.
     virtual void decodeTo(std::string_view bytes, std::wstring& text) const = 0;
 };
 

@@ -1,11 +1,10 @@
 #pragma once
 #include <cstdint>
-#include <deque>
-#include <memory_resource>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <vector>
+
+#include "drivers/chunked_list.h"
+#include "drivers/interned_texts.h"
 
 namespace tovar {
 
@@ -19,24 +18,27 @@ struct EntryRecord {
     std::uint16_t time = 0;  ///< DOS time word
 };
 
-/// The members of a listed archive, kept compactly: numbers as numbers, each folder path once, each name once. Texts are
-/// made when they are read (entry_text.h). Indexes run from 0 in the order of the listing.
+/// The members of a listed archive, kept compactly: numbers as numbers, each folder path and each attribute or method
+/// text once, names one after the other. Texts are made when they are read (entry_text.h). Indexes run from 0 in the
+/// order of the listing.
 class EntryTable {
 public:
-    EntryTable();
+    EntryTable() = default;
     EntryTable(const EntryTable&) = delete;
     EntryTable& operator=(const EntryTable&) = delete;
 
-    void clear();
+    void clear() noexcept;
 
     /// Adds a member.
     /// @param storedName  name with its path as stored, "/" or "\" between folders; split as the browser shows it: the
     ///                    name is the text after the last separator or ":", the path the text before it with one "\" at
-    ///                    its end, or "\" alone. A stored name that ends with a separator is a folder member: empty name.
+    ///                    its end, or "\" alone. A stored name that ends with a separator is a folder member: empty
+    ///                    name.
+    /// @throws std::bad_alloc, std::length_error; the entries added before stay as they are
     void add(const EntryRecord& record, std::wstring_view storedName, std::wstring_view attributes,
              std::wstring_view type);
 
-    [[nodiscard]] std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(rows_.size()); }
+    [[nodiscard]] std::uint32_t size() const noexcept { return rows_.size(); }
 
     // One field of one entry. All throw std::out_of_range for an index outside 0 to size() - 1.
     // Texts stay valid until clear().
@@ -49,7 +51,7 @@ public:
     [[nodiscard]] std::uint32_t folder(std::uint32_t index) const { return rows_.at(index).folder; }
 
     /// Folder paths in the order in which their first member was met.
-    [[nodiscard]] std::uint32_t folderCount() const noexcept { return static_cast<std::uint32_t>(folders_.size()); }
+    [[nodiscard]] std::uint32_t folderCount() const noexcept { return folders_.size(); }
     [[nodiscard]] std::wstring_view folderPath(std::uint32_t folder) const { return folders_.at(folder); }
 
 private:
@@ -57,19 +59,17 @@ private:
         EntryRecord record;
         const wchar_t* name;
         std::uint32_t nameLength;
-        std::uint32_t folder;
-        std::uint16_t attributes;  ///< index into labels_
-        std::uint16_t type;        ///< likewise
+        std::uint32_t folder;      ///< number in folders_
+        std::uint32_t attributes;  ///< number in labels_
+        std::uint32_t type;        ///< likewise
     };
 
-    std::uint32_t internFolder(std::wstring_view path);
-    std::uint16_t internLabel(std::wstring_view label);
-
-    std::pmr::monotonic_buffer_resource texts_;
-    std::deque<Row> rows_;
-    std::vector<std::wstring_view> folders_;
-    std::unordered_map<std::wstring_view, std::uint32_t> folderNumbers_;
-    std::vector<std::wstring> labels_;
+    ChunkedList<Row> rows_;
+    TextArena names_;
+    InternedTexts folders_;
+    InternedTexts labels_;
+    std::uint32_t lastAttributes_ = 0;
+    std::uint32_t lastType_ = 0;
     std::uint32_t lastFolder_ = 0;
     std::wstring scratch_;
 };

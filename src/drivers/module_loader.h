@@ -1,6 +1,7 @@
 #pragma once
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace tovar {
 
@@ -19,5 +20,11 @@ public:
     /// @return null when the file cannot be loaded; shows no message of the system
     [[nodiscard]] virtual std::unique_ptr<Module> load(const std::wstring& fullPath) = 0;
 };
+
+/// The system's own loader.
+[[nodiscard]] std::unique_ptr<ModuleLoader> systemModuleLoader();
+
+/// The file that holds a library on this system: "UnZip32.dll" is "UnZip32.so" where libraries are shared objects.
+[[nodiscard]] std::wstring moduleFileName(std::wstring_view library);
 
 }  // namespace tovar

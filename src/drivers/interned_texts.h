@@ -1,0 +1,63 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "drivers/chunked_list.h"
+
+namespace tovar {
+
+/// Keeps texts one after the other in blocks; they are freed all at once.
+class TextArena {
+public:
+    /// @return the kept text; null for an empty one
+    /// @throws std::bad_alloc
+    const wchar_t* keep(std::wstring_view text);
+    void clear() noexcept;
+
+private:
+    static constexpr std::size_t kBlock = 32 * 1024;  ///< characters in a block
+
+    std::vector<std::unique_ptr<wchar_t[]>> blocks_;
+    wchar_t* free_ = nullptr;
+    std::size_t room_ = 0;  ///< characters free in the last block
+};
+
+/// Keeps each different text once and gives it a number, from 0 in the order in which they came.
+class InternedTexts {
+public:
+    InternedTexts();
+
+    /// @return the text's number, a new one if it was not there
+    /// @throws std::bad_alloc, std::length_error; what was there stays
+    std::uint32_t intern(std::wstring_view text);
+
+    [[nodiscard]] std::uint32_t size() const noexcept { return texts_.size(); }
+
+    /// @throws std::out_of_range
+    [[nodiscard]] std::wstring_view at(std::uint32_t number) const {
+        const Text& text = texts_.at(number);
+        return {text.characters, text.length};
+    }
+
+    void clear() noexcept;
+
+private:
+    struct Text {
+        const wchar_t* characters;
+        std::uint32_t length;
+        std::uint32_t hash;
+    };
+
+    [[nodiscard]] std::uint32_t hashOf(std::wstring_view text) const noexcept;
+    void growSlots();
+
+    ChunkedList<Text> texts_;
+    TextArena arena_;
+    std::vector<std::uint32_t> slots_;  ///< open addressing: number + 1, or 0 when free; a power of two in size
+    std::uint32_t key_;                 ///< of the hash
+};
+
+}  // namespace tovar

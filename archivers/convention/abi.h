@@ -102,6 +102,12 @@ using GetHandleInt = std::int32_t ARCHIVER_CALL(ArchiveHandle archive);
 using GetSizeEx = Bool ARCHIVER_CALL(ArchiveHandle archive, std::int64_t* size);
 using GetTimeEx = Bool ARCHIVER_CALL(ArchiveHandle archive, FileTime* time);
 using SetOwnerWindow = Bool ARCHIVER_CALL(WindowHandle owner);
+using ExtractMem = std::int32_t ARCHIVER_CALL(WindowHandle owner, const char* commandLine, std::uint8_t* buffer,
+                                              std::uint32_t size, std::int32_t* time, std::uint16_t* attribute,
+                                              std::uint32_t* written);
+using CompressMem = std::int32_t ARCHIVER_CALL(WindowHandle owner, const char* commandLine, const std::uint8_t* buffer,
+                                               std::uint32_t size, const std::int32_t* time,
+                                               const std::uint16_t* attribute, std::uint32_t* written);
 using SetOwnerWindowEx = Bool ARCHIVER_CALL(WindowHandle owner, ProgressCallback* callback);
 }  // namespace fn
 
@@ -111,10 +117,10 @@ inline constexpr std::int32_t kRapid = 0;    ///< the first headers only
 inline constexpr std::int32_t kBasic = 1;    ///< all headers
 inline constexpr std::int32_t kFullCrc = 2;  ///< members' data too
 inline constexpr std::int32_t kDepthMask = 3;
-inline constexpr std::int32_t kRecovery = 4;           ///< skip damaged headers
-inline constexpr std::int32_t kSfx = 8;                ///< answer with the kind of self-extractor
-inline constexpr std::int32_t kAll = 16;               ///< search to the end of the file
-inline constexpr std::int32_t kCheckEnd = 32;          ///< ignore foreign data at the end
+inline constexpr std::int32_t kRecovery = 4;   ///< skip damaged headers
+inline constexpr std::int32_t kSfx = 8;        ///< answer with the kind of self-extractor
+inline constexpr std::int32_t kAll = 16;       ///< search to the end of the file
+inline constexpr std::int32_t kCheckEnd = 32;  ///< ignore foreign data at the end
 inline constexpr std::int32_t kNotAskPassword = 64;
 }  // namespace check_mode
 

@@ -9,13 +9,16 @@
 
 namespace tovar {
 
+/// A library of this version is treated as unusable.
+inline constexpr std::uint16_t kUnusableVersion = 1;
+
 /// One archiver library as its driver sees it: texts are wide, a missing function answers like a failing one, and no
 /// call throws. The real one binds the exported functions of a loaded library; tests use a recording fake.
 class ArchiverLibrary {
 public:
     virtual ~ArchiverLibrary() = default;
 
-    /// XxxGetVersion: version times 100; 1, the version of an unusable library, when the function is missing.
+    /// XxxGetVersion: version times 100; kUnusableVersion when the function is missing.
     [[nodiscard]] virtual std::uint16_t version() = 0;
     [[nodiscard]] virtual bool running() = 0;
     [[nodiscard]] virtual bool backGroundMode() = 0;

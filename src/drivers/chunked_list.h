@@ -18,7 +18,7 @@ public:
 
     /// Frees all blocks.
     void clear() noexcept {
-        blocks_ = {};
+        decltype(blocks_)().swap(blocks_);
         size_ = 0;
     }
 

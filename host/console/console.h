@@ -1,0 +1,54 @@
+#pragma once
+#include <string>
+#include <string_view>
+
+#include "front/kind_table.h"
+#include "front/library_check.h"
+#include "host/console/arguments.h"
+
+namespace tovar::host {
+
+/// Where the console host writes; texts are UTF-8.
+class ConsoleOutput {
+public:
+    virtual ~ConsoleOutput() = default;
+    virtual void write(std::string_view text) = 0;
+    virtual void writeError(std::string_view text) = 0;
+};
+
+/// Tells the component's messages on the error output.
+class ConsoleMessages final : public MessageBoxes {
+public:
+    explicit ConsoleMessages(ConsoleOutput& output) : output_(output) {}
+    void show(WindowHandle owner, std::wstring_view text, std::wstring_view title, MessageIcon icon) override;
+
+private:
+    ConsoleOutput& output_;
+};
+
+/// Exit codes of the console host.
+enum ExitCode { kGood = 0, kBadArchive = 1, kBadLine = 2, kNoLibrary = 3 };
+
+/// The console host's commands, on the component's own drivers.
+class Console {
+public:
+    Console(ConsoleOutput& output, const DriverServices& services, const LibraryVersions& versions)
+        : output_(output), services_(services), versions_(versions) {}
+
+    /// @return the exit code: that of the first archive with which not all is well
+    int run(const Arguments& arguments);
+
+private:
+    using Command = ExitCode (Console::*)(const std::wstring& file, ArchiveDriver& driver, bool json);
+
+    int forEach(const Arguments& arguments, Command command);
+    ExitCode list(const std::wstring& file, ArchiveDriver& driver, bool json);
+    ExitCode test(const std::wstring& file, ArchiveDriver& driver, bool json);
+    void complain(const std::wstring& text);
+
+    ConsoleOutput& output_;
+    DriverServices services_;
+    const LibraryVersions& versions_;
+};
+
+}  // namespace tovar::host

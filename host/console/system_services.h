@@ -1,0 +1,45 @@
+#pragma once
+#include <memory>
+#include <string>
+
+#include "drivers/library_finder.h"
+#include "front/kind_table.h"
+#include "front/library_check.h"
+
+namespace tovar::host {
+
+/// What a program of ours takes from the system; win32/ and posix/ each give theirs.
+struct SystemParts {
+    std::unique_ptr<SystemPaths> paths;
+    std::unique_ptr<FileSystem> files;
+    std::unique_ptr<SystemInformation> information;
+    std::unique_ptr<TextCodec> ansi;
+    RegionalSettings regional;
+    std::wstring programFolder;  ///< where the bundled libraries lie
+};
+[[nodiscard]] SystemParts systemParts();
+
+/// Everything that drivers stand on, put together for a program of ours: the archiver libraries are those that the
+/// component would find, with the program's own folder in place of the component's.
+class SystemServices {
+public:
+    /// @param messages  outlives this object
+    explicit SystemServices(MessageBoxes& messages)
+        : messages_(messages), versions_(CheckArchiverLibraries(drivers(), operations_)) {}
+
+    [[nodiscard]] DriverServices drivers() { return {libraries_, messages_, parts_.regional}; }
+    /// Which libraries can be used.
+    [[nodiscard]] const LibraryVersions& versions() const { return versions_; }
+
+private:
+    MessageBoxes& messages_;
+    SystemParts parts_ = systemParts();
+    std::unique_ptr<LibraryFolders> folders_ = systemLibraryFolders();
+    std::unique_ptr<ModuleLoader> loader_ = systemModuleLoader();
+    LibraryFinder finder_{*parts_.paths, *parts_.files, *folders_, parts_.programFolder};
+    ArchiverLibraries libraries_{*loader_, finder_, *parts_.ansi, *parts_.paths};
+    PathOperations operations_{*parts_.files, *parts_.paths, *parts_.information, messages_};
+    LibraryVersions versions_;
+};
+
+}  // namespace tovar::host

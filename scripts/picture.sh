@@ -20,21 +20,37 @@ settled_picture() {
     fail "The screen never came to rest"
 }
 
+# Starts the sample host with an archive, waits for its report and sets $report. $host_pid is the running host's.
+# $1: the archive
+start_host() {
+    coproc host_program {
+        exec timeout 300 wine "$build/win32-release/bin/SampleHost.exe" --report "$(windows_path "$1")" \
+            2>"$build/logs/host.log"
+    }
+    host_pid=$host_program_PID
+    report=''
+    read -r -t 120 -u "${host_program[0]}" report || true
+    report=${report%$'\r'}
+    [ -n "$report" ] || fail "The sample host did not come up; see $build/logs/host.log"
+}
+
+stop_host() {
+    kill "$host_pid" 2>/dev/null || true
+    wait "$host_pid" 2>/dev/null || true
+}
+
+# Opens an archive in the sample host and closes it again; $report says what came up, and when.
+open_and_report() {
+    start_host "$1"
+    stop_host
+}
+
 # Opens an archive in the sample host, takes the screen once it is shown, and closes the host.
 # $1: the picture; $2: the archive
 take_picture() {
-    local line host
     mkdir -p "$(dirname "$1")"
-    coproc host_program {
-        exec timeout 120 wine "$build/win32-release/bin/SampleHost.exe" --report "$(windows_path "$2")" \
-            2>"$build/logs/host.log"
-    }
-    host=$host_program_PID
-    read -r -t 60 -u "${host_program[0]}" line || line=''
-    line=${line%$'\r'}
-    [ -n "$line" ] || fail "The sample host did not come up; see $build/logs/host.log"
-    say "The sample host says: $line"
+    start_host "$2"
+    say "The sample host says: $report"
     settled_picture "$1"
-    kill "$host" 2>/dev/null || true
-    wait "$host" 2>/dev/null || true
+    stop_host
 }

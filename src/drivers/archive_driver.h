@@ -49,7 +49,7 @@ public:
     // is no date (month 0) or no time (hour 24): such a one is shown as FileDate and FILETIME give it. Throw
     // std::out_of_range like the texts.
     [[nodiscard]] virtual std::optional<CalendarDate> calendarDate(std::uint32_t index) const = 0;
-    /// The second is the DOS count of two-second steps as it stands, 0 to 31, like the last part of FILETIME.
+    /// The second is the DOS count of two-second steps as it stands, 0 to 29, like the last part of FILETIME.
     [[nodiscard]] virtual std::optional<ClockTime> clockTime(std::uint32_t index) const = 0;
 };
 

@@ -11,7 +11,8 @@ namespace tovar {
 
 /// A list that only grows. Its elements lie in blocks of one size, so that a list of a million elements never needs
 /// twice its room while it grows, and no element moves.
-template <class Element>
+/// @tparam Maximum  of elements
+template <class Element, std::uint32_t Maximum = std::numeric_limits<std::int32_t>::max()>
 class ChunkedList {
 public:
     [[nodiscard]] std::uint32_t size() const noexcept { return size_; }
@@ -22,9 +23,9 @@ public:
         size_ = 0;
     }
 
-    /// @throws std::bad_alloc; std::length_error when 2^31 - 1 elements are there
+    /// @throws std::bad_alloc; std::length_error when Maximum elements are there
     void append(const Element& element) {
-        if (size_ == kMaximum) {
+        if (size_ == Maximum) {
             throw std::length_error("list is full");
         }
         if (size_ % kBlock == 0 && size_ / kBlock == blocks_.size()) {
@@ -49,7 +50,6 @@ public:
 
 private:
     static constexpr std::uint32_t kBlock = 1024;  ///< elements in a block
-    static constexpr std::uint32_t kMaximum = std::numeric_limits<std::int32_t>::max();
     using Block = std::array<Element, kBlock>;
 
     std::vector<std::unique_ptr<Block>> blocks_;

@@ -63,6 +63,7 @@ private:
         std::uint32_t attributes;  ///< number in labels_
         std::uint32_t type;        ///< likewise
     };
+    static_assert(sizeof(Row) <= 56);
 
     ChunkedList<Row> rows_;
     TextArena names_;

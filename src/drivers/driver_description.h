@@ -22,7 +22,7 @@ struct DriverDescription {
     std::uint16_t minimumVersion = 0;
     bool hasCursorMode = true;
     bool changeable = false;  ///< members can be added to and deleted from archives of the kind
-    ContentsColumns columns;
+    ContentsColumns columns{};
 };
 
 }  // namespace tovar

@@ -1,0 +1,233 @@
+#include "drivers/bound_library.h"
+
+#include <exception>
+#include <utility>
+
+#include "drivers/return_codes.h"
+#include "shell/system_paths.h"
+
+namespace tovar {
+namespace {
+
+/// Behind each buffer that a library fills, for those that count a little beyond its end.
+constexpr std::size_t kSlack = 16;
+
+/// The convention asks for 513 bytes.
+constexpr std::size_t kOptionBuffer = 4096;
+
+/// A call whose preparation fails answers like a failing library: no exception passes.
+template <class Answer, class Call>
+Answer guarded(Answer failure, Call&& call) noexcept {
+    try {
+        return call();
+    } catch (const std::exception&) {
+        return failure;
+    }
+}
+
+/// A NUL would end the text early and let the call mean something else.
+std::optional<std::string> withoutNul(std::optional<std::string> text) {
+    return text && text->find('\0') == std::string::npos ? std::move(text) : std::nullopt;
+}
+
+std::optional<std::uint64_t> sizeOf(archiver::fn::GetSizeEx* query, archiver::ArchiveHandle archive) {
+    std::int64_t size = -1;
+    if (query == nullptr || query(archive, &size) == 0 || size < 0) {
+        return std::nullopt;
+    }
+    return static_cast<std::uint64_t>(size);
+}
+
+}  // namespace
+
+/// Keeps the library in UTF-8 while a call runs.
+class BoundLibrary::Utf8Call {
+public:
+    explicit Utf8Call(BoundLibrary& library) : library_(library) { library_.enterUtf8(); }
+    ~Utf8Call() { library_.leaveUtf8(); }
+    Utf8Call(const Utf8Call&) = delete;
+    Utf8Call& operator=(const Utf8Call&) = delete;
+
+private:
+    BoundLibrary& library_;
+};
+
+BoundLibrary::BoundLibrary(std::unique_ptr<Module> module, const DriverDescription& description, const TextCodec& ansi,
+                           const SystemPaths& system)
+    : module_(std::move(module)), functions_(bind(*module_, description.prefix)), ansi_(ansi), system_(system) {}
+
+BoundLibrary::Functions BoundLibrary::bind(const Module& module, std::string_view prefix) {
+    const auto find = [&module, prefix]<class Function>(Function*& function, const char* name) {
+        function = reinterpret_cast<Function*>(module.find((std::string(prefix) + name).c_str()));
+    };
+    Functions functions{};
+    find(functions.run, "");
+    find(functions.getVersion, "GetVersion");
+    find(functions.getRunning, "GetRunning");
+    find(functions.getBackGroundMode, "GetBackGroundMode");
+    find(functions.setBackGroundMode, "SetBackGroundMode");
+    find(functions.getCursorMode, "GetCursorMode");
+    find(functions.setCursorMode, "SetCursorMode");
+    find(functions.checkArchive, "CheckArchive");
+    find(functions.configDialog, "ConfigDialog");
+    find(functions.openArchive, "OpenArchive");
+    find(functions.findFirst, "FindFirst");
+    find(functions.findNext, "FindNext");
+    find(functions.closeArchive, "CloseArchive");
+    find(functions.getOriginalSizeEx, "GetOriginalSizeEx");
+    find(functions.getCompressedSizeEx, "GetCompressedSizeEx");
+    find(functions.setUnicodeMode, "SetUnicodeMode");
+    return functions;
+}
+
+void BoundLibrary::enterUtf8() {
+    if (utf8Users_++ == 0 && functions_.setUnicodeMode != nullptr) {
+        speaksUtf8_ = functions_.setUnicodeMode(1) != 0;
+    }
+}
+
+void BoundLibrary::leaveUtf8() {
+    if (--utf8Users_ == 0 && functions_.setUnicodeMode != nullptr) {
+        functions_.setUnicodeMode(0);
+        speaksUtf8_ = false;
+    }
+}
+
+const TextCodec& BoundLibrary::codec() const {
+    if (speaksUtf8_) {
+        return utf8_;
+    }
+    return ansi_;
+}
+
+std::optional<std::string> BoundLibrary::encodeText(std::wstring_view text) const {
+    return withoutNul(codec().encode(text));
+}
+
+std::optional<std::string> BoundLibrary::encodeFileName(std::wstring_view fileName) const {
+    // Libraries that know the ANSI code page only are old ones: they copy names into buffers of the convention's size.
+    const std::size_t limit = speaksUtf8_ ? std::string::npos : archiver::kNameSize - 1;
+    std::optional<std::string> name = encodeText(fileName);
+    if (!name || name->size() > limit) {
+        const std::optional<std::wstring> shortName = system_.shortPathName(std::wstring(fileName));
+        name = shortName ? encodeText(*shortName) : std::nullopt;
+    }
+    return name && name->size() <= limit ? name : std::nullopt;
+}
+
+std::uint16_t BoundLibrary::version() {
+    return functions_.getVersion != nullptr ? functions_.getVersion() : kUnusableVersion;
+}
+
+bool BoundLibrary::running() { return functions_.getRunning != nullptr && functions_.getRunning() != 0; }
+
+bool BoundLibrary::backGroundMode() {
+    return functions_.getBackGroundMode != nullptr && functions_.getBackGroundMode() != 0;
+}
+
+bool BoundLibrary::setBackGroundMode(bool on) {
+    return functions_.setBackGroundMode != nullptr && functions_.setBackGroundMode(on ? 1 : 0) != 0;
+}
+
+bool BoundLibrary::cursorMode() { return functions_.getCursorMode != nullptr && functions_.getCursorMode() != 0; }
+
+bool BoundLibrary::setCursorMode(bool on) {
+    return functions_.setCursorMode != nullptr && functions_.setCursorMode(on ? 1 : 0) != 0;
+}
+
+std::int32_t BoundLibrary::run(WindowHandle owner, std::wstring_view commandLine, std::uint32_t bufferSize,
+                               std::wstring& output) {
+    output.clear();
+    if (functions_.run == nullptr) {
+        return return_code::kUnsupported;
+    }
+    return guarded(return_code::kOutOfMemory, [&] {
+        const Utf8Call utf8(*this);
+        const std::optional<std::string> command = encodeText(commandLine);
+        if (!command) {
+            return return_code::kIllegalCommand;
+        }
+        std::string buffer(bufferSize + kSlack, '\0');
+        const std::int32_t code = functions_.run(owner, command->c_str(), buffer.data(), bufferSize);
+        codec().decodeTo(std::string_view(buffer).substr(0, bufferSize), output);
+        return code;
+    });
+}
+
+std::int32_t BoundLibrary::checkArchive(std::wstring_view fileName, std::int32_t mode) {
+    if (functions_.checkArchive == nullptr) {
+        return 0;
+    }
+    return guarded(0, [&] {
+        const Utf8Call utf8(*this);
+        const std::optional<std::string> name = encodeFileName(fileName);
+        return name ? functions_.checkArchive(name->c_str(), mode) : 0;
+    });
+}
+
+std::int32_t BoundLibrary::configDialog(WindowHandle owner, std::int32_t mode) {
+    if (functions_.configDialog == nullptr) {
+        return return_code::kUnsupported;
+    }
+    return guarded(return_code::kOutOfMemory, [&] {
+        const Utf8Call utf8(*this);
+        std::string options(kOptionBuffer, '\0');
+        return functions_.configDialog(owner, options.data(), mode);
+    });
+}
+
+archiver::ArchiveHandle BoundLibrary::openArchive(WindowHandle owner, std::wstring_view fileName, std::uint32_t mode) {
+    if (functions_.openArchive == nullptr) {
+        return nullptr;
+    }
+    return guarded(archiver::ArchiveHandle{}, [&] {
+        const Utf8Call utf8(*this);
+        const std::optional<std::string> name = encodeFileName(fileName);
+        const archiver::ArchiveHandle archive =
+            name ? functions_.openArchive(owner, name->c_str(), mode) : archiver::ArchiveHandle{};
+        if (archive != nullptr) {
+            enterUtf8();
+            ++openArchives_;
+        }
+        return archive;
+    });
+}
+
+std::int32_t BoundLibrary::findFirst(archiver::ArchiveHandle archive, std::wstring_view wildName,
+                                     archiver::IndividualInfo& info) {
+    info = {};
+    if (functions_.findFirst == nullptr) {
+        return return_code::kUnsupported;
+    }
+    return guarded(return_code::kOutOfMemory, [&] {
+        const std::optional<std::string> pattern = encodeText(wildName);
+        return pattern ? functions_.findFirst(archive, pattern->c_str(), &info) : return_code::kIllegalCommand;
+    });
+}
+
+std::int32_t BoundLibrary::findNext(archiver::ArchiveHandle archive, archiver::IndividualInfo& info) {
+    info = {};
+    return functions_.findNext != nullptr ? functions_.findNext(archive, &info) : return_code::kUnsupported;
+}
+
+std::int32_t BoundLibrary::closeArchive(archiver::ArchiveHandle archive) {
+    const std::int32_t code =
+        functions_.closeArchive != nullptr ? functions_.closeArchive(archive) : return_code::kUnsupported;
+    if (openArchives_ > 0) {
+        --openArchives_;
+        leaveUtf8();
+    }
+    return code;
+}
+
+std::optional<std::uint64_t> BoundLibrary::originalSize(archiver::ArchiveHandle archive) {
+    return sizeOf(functions_.getOriginalSizeEx, archive);
+}
+
+std::optional<std::uint64_t> BoundLibrary::compressedSize(archiver::ArchiveHandle archive) {
+    return sizeOf(functions_.getCompressedSizeEx, archive);
+}
+
+void BoundLibrary::decodeTo(std::string_view bytes, std::wstring& text) const { codec().decodeTo(bytes, text); }
+
+}  // namespace tovar

@@ -1,0 +1,89 @@
+#pragma once
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "drivers/archiver_library.h"
+#include "drivers/driver_description.h"
+#include "drivers/module_loader.h"
+#include "shell/text_codec.h"
+
+namespace tovar {
+
+class SystemPaths;
+
+/// The exported functions of a loaded archiver library.
+///
+/// Texts go over in the library's 8-bit code: UTF-8 where it exports prefix + "SetUnicodeMode", else the ANSI code
+/// page. The mode belongs to the whole process, and the host may use the library too: it is on only while a call of
+/// ours runs, or an archive that we opened is open.
+class BoundLibrary final : public ArchiverLibrary {
+public:
+    /// @param description  its prefix names the functions; not kept
+    /// @param ansi         codec of the ANSI code page; outlives the library, as `system` does
+    /// @param system       gives short names to files whose own name the code page cannot hold
+    BoundLibrary(std::unique_ptr<Module> module, const DriverDescription& description, const TextCodec& ansi,
+                 const SystemPaths& system);
+
+    std::uint16_t version() override;
+    bool running() override;
+    bool backGroundMode() override;
+    bool setBackGroundMode(bool on) override;
+    bool cursorMode() override;
+    bool setCursorMode(bool on) override;
+    std::int32_t run(WindowHandle owner, std::wstring_view commandLine, std::uint32_t bufferSize,
+                     std::wstring& output) override;
+    std::int32_t checkArchive(std::wstring_view fileName, std::int32_t mode) override;
+    std::int32_t configDialog(WindowHandle owner, std::int32_t mode) override;
+    archiver::ArchiveHandle openArchive(WindowHandle owner, std::wstring_view fileName, std::uint32_t mode) override;
+    std::int32_t findFirst(archiver::ArchiveHandle archive, std::wstring_view wildName,
+                           archiver::IndividualInfo& info) override;
+    std::int32_t findNext(archiver::ArchiveHandle archive, archiver::IndividualInfo& info) override;
+    std::int32_t closeArchive(archiver::ArchiveHandle archive) override;
+    std::optional<std::uint64_t> originalSize(archiver::ArchiveHandle archive) override;
+    std::optional<std::uint64_t> compressedSize(archiver::ArchiveHandle archive) override;
+    void decodeTo(std::string_view bytes, std::wstring& text) const override;
+
+private:
+    /// Null where the library lacks the function.
+    struct Functions {
+        archiver::fn::Run* run;
+        archiver::fn::GetWord* getVersion;
+        archiver::fn::GetBool* getRunning;
+        archiver::fn::GetBool* getBackGroundMode;
+        archiver::fn::SetBool* setBackGroundMode;
+        archiver::fn::GetBool* getCursorMode;
+        archiver::fn::SetBool* setCursorMode;
+        archiver::fn::CheckArchive* checkArchive;
+        archiver::fn::ConfigDialog* configDialog;
+        archiver::fn::OpenArchive* openArchive;
+        archiver::fn::FindFirst* findFirst;
+        archiver::fn::FindNext* findNext;
+        archiver::fn::CloseArchive* closeArchive;
+        archiver::fn::GetSizeEx* getOriginalSizeEx;
+        archiver::fn::GetSizeEx* getCompressedSizeEx;
+        archiver::fn::SetBool* setUnicodeMode;
+    };
+
+    class Utf8Call;
+
+    static Functions bind(const Module& module, std::string_view prefix);
+    void enterUtf8();
+    void leaveUtf8();
+    [[nodiscard]] const TextCodec& codec() const;
+    [[nodiscard]] std::optional<std::string> encodeText(std::wstring_view text) const;
+    [[nodiscard]] std::optional<std::string> encodeFileName(std::wstring_view fileName) const;
+
+    std::unique_ptr<Module> module_;
+    Functions functions_;
+    const TextCodec& ansi_;
+    const SystemPaths& system_;
+    Utf8Codec utf8_;
+    int utf8Users_ = 0;        ///< calls and open archives that want the library in UTF-8
+    int openArchives_ = 0;     ///< those of the users that are archives
+    bool speaksUtf8_ = false;  ///< whether it is
+};
+
+}  // namespace tovar

@@ -1,0 +1,194 @@
+#include "drivers/common_driver.h"
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+
+#include "drivers/entry_text.h"
+#include "drivers/return_codes.h"
+
+namespace tovar {
+namespace {
+
+constexpr std::uint32_t kOpenMode = 0;       ///< the library's own defaults
+constexpr std::int32_t kUnpackDialog = 1;    ///< settings of unpacking
+constexpr std::uint32_t kLineLength = 81;    ///< what a command's output has for one file
+constexpr std::uint32_t kMoreFileLines = 4;  ///< and for its frame
+constexpr std::wstring_view kAllMembers = L"*.*";
+constexpr std::wstring_view kMoreMark = L"\n[More...]";
+
+/// A record with room behind it: a library that was built with the record unpacked takes it for two bytes longer.
+struct RecordBuffer {
+    archiver::IndividualInfo info;
+    char slack[16];
+};
+
+/// Closes an archive at the end of its listing.
+class OpenedArchive {
+public:
+    OpenedArchive(ArchiverLibrary& library, archiver::ArchiveHandle handle) : library_(library), handle_(handle) {}
+    ~OpenedArchive() { library_.closeArchive(handle_); }
+    OpenedArchive(const OpenedArchive&) = delete;
+    OpenedArchive& operator=(const OpenedArchive&) = delete;
+
+private:
+    ArchiverLibrary& library_;
+    archiver::ArchiveHandle handle_;
+};
+
+/// A text of a record: it ends with its field where the library wrote no NUL.
+template <std::size_t Size>
+std::string_view fieldText(const char (&field)[Size]) {
+    const void* const end = std::memchr(field, '\0', Size);
+    return {field, end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - field) : Size};
+}
+
+/// The wide form of one short field, made anew only when the field changes from one record to the next.
+class LabelReader {
+public:
+    const std::wstring& read(const ArchiverLibrary& library, const char (&field)[8]) {
+        if (std::memcmp(field, last_, sizeof last_) != 0) {
+            text_.clear();
+            library.decodeTo(fieldText(field), text_);
+            std::memcpy(last_, field, sizeof last_);
+        }
+        return text_;
+    }
+
+private:
+    char last_[8] = {};
+    std::wstring text_;
+};
+
+void listMembers(ArchiverLibrary& library, archiver::ArchiveHandle archive, EntryTable& entries) {
+    RecordBuffer buffer{};
+    const archiver::IndividualInfo& info = buffer.info;
+    std::wstring name;
+    LabelReader attributes;
+    LabelReader type;
+    std::int32_t code = library.findFirst(archive, kAllMembers, buffer.info);
+    while (code == return_code::kOk) {
+        EntryRecord record;
+        record.original = library.originalSize(archive).value_or(info.originalSize);
+        record.packed = library.compressedSize(archive).value_or(info.compressedSize);
+        record.crc = info.crc;
+        record.ratio = static_cast<std::int16_t>(info.ratio);
+        record.date = info.date;
+        record.time = info.time;
+        name.clear();
+        library.decodeTo(fieldText(info.fileName), name);
+        entries.add(record, name, attributes.read(library, info.attribute), type.read(library, info.mode));
+        code = library.findNext(archive, buffer.info);
+    }
+}
+
+}  // namespace
+
+CommonDriver::CommonDriver(const DriverDescription& description, ArchiverLibrary& library, MessageBoxes& messages,
+                           const RegionalSettings& regional)
+    : description_(description), library_(library), messages_(messages), regional_(regional) {}
+
+std::uint16_t CommonDriver::Version() {
+    version_ = library_.version();
+    return version_;
+}
+
+bool CommonDriver::Running() { return library_.running(); }
+
+bool CommonDriver::BackGroundMode() { return library_.backGroundMode(); }
+
+void CommonDriver::setBackGroundMode(bool on) { library_.setBackGroundMode(on); }
+
+bool CommonDriver::CursorMode() { return description_.hasCursorMode && library_.cursorMode(); }
+
+void CommonDriver::setCursorMode(bool on) {
+    if (description_.hasCursorMode) {
+        library_.setCursorMode(on);
+    }
+}
+
+bool CommonDriver::CheckArchive(std::wstring_view fileName) { return library_.checkArchive(fileName, checkMode_) > 0; }
+
+void CommonDriver::setCommandLine(std::wstring_view commandLine) {
+    const std::uint32_t files = static_cast<std::uint32_t>(std::max<std::int16_t>(maxFileCount_, 0));
+    const std::uint32_t bufferSize = (files + kMoreFileLines) * kLineLength;
+    output_.clear();
+    std::wstring buffer;
+    returnCode_ = library_.run(owner_, commandLine, bufferSize, buffer);
+    if (returnCode_ != return_code::kOk) {
+        return;
+    }
+    try {
+        const std::size_t end = buffer.find(L'\0');
+        if (end == std::wstring::npos || end == 0) {
+            buffer += kMoreMark;  // also behind a buffer that stayed empty: callers know it so
+        } else {
+            buffer.resize(end);
+        }
+        output_ = std::move(buffer);
+    } catch (const std::exception&) {
+        returnCode_ = return_code::kOutOfMemory;
+    }
+}
+
+std::wstring CommonDriver::ErrString() const { return returnCodeMessage(ReturnCode()); }
+
+std::int32_t CommonDriver::ConfigDialog() {
+    returnCode_ = library_.configDialog(owner_, kUnpackDialog);
+    return returnCode_;
+}
+
+std::uint32_t CommonDriver::SetArcFile(std::wstring_view fileName) {
+    entries_.clear();
+    const archiver::ArchiveHandle archive = library_.openArchive(owner_, fileName, kOpenMode);
+    if (archive == nullptr) {
+        const std::wstring text = L"Can not open '" + std::wstring(fileName) + L"' (corrupted archive) !";
+        messages_.show(owner_, text, description_.messageTitle, MessageIcon::Exclamation);
+        return 0;
+    }
+    const OpenedArchive opened(library_, archive);
+    try {
+        listMembers(library_, archive, entries_);
+    } catch (const std::exception&) {
+        // Memory ran out or the table is full, perhaps by a library that never ends: what was read stays.
+    }
+    return entries_.size();
+}
+
+std::wstring CommonDriver::FileName(std::uint32_t index) const { return std::wstring(entries_.name(index)); }
+
+std::wstring CommonDriver::FilePath(std::uint32_t index) const { return std::wstring(entries_.path(index)); }
+
+std::wstring CommonDriver::FileOriginal(std::uint32_t index) const {
+    return groupedNumber(entries_.record(index).original, regional_);
+}
+
+std::wstring CommonDriver::FilePacked(std::uint32_t index) const {
+    return groupedNumber(entries_.record(index).packed, regional_);
+}
+
+std::wstring CommonDriver::FileRatio(std::uint32_t index) const {
+    return ratioText(entries_.record(index).ratio, regional_);
+}
+
+std::wstring CommonDriver::FileDate(std::uint32_t index) const {
+    return dateText(entries_.record(index).date, regional_);
+}
+
+std::wstring CommonDriver::FILETIME(std::uint32_t index) const { return timeText(entries_.record(index).time); }
+
+std::wstring CommonDriver::FileAttr(std::uint32_t index) const { return std::wstring(entries_.attributes(index)); }
+
+std::wstring CommonDriver::FileType(std::uint32_t index) const { return std::wstring(entries_.type(index)); }
+
+std::wstring CommonDriver::FileCRC(std::uint32_t index) const { return crcText(entries_.record(index).crc); }
+
+std::optional<CalendarDate> CommonDriver::calendarDate(std::uint32_t index) const {
+    return calendarDateOf(entries_.record(index).date);
+}
+
+std::optional<ClockTime> CommonDriver::clockTime(std::uint32_t index) const {
+    return clockTimeOf(entries_.record(index).time);
+}
+
+}  // namespace tovar

@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include "drivers/fakes/driver_fixture.h"
+#include "drivers/un_tar.h"
+#include "drivers/un_zip.h"
+
+namespace tovar {
+namespace {
+
+class UnZip : public testing::Test, protected test::DriverFixture {
+protected:
+    cUnZip zip{library, messages, regional};
+};
+
+class UnTar : public testing::Test, protected test::DriverFixture {
+protected:
+    cUnTar tar{library, messages, regional};
+};
+
+TEST_F(UnZip, IsDescribed) {
+    const DriverDescription& unZip = zip.description();
+    EXPECT_EQ(&unZip, &cUnZip::kDescription);
+    EXPECT_EQ(unZip.library, L"UnZip32.dll");
+    EXPECT_EQ(unZip.prefix, "UnZip");
+    EXPECT_EQ(unZip.messageTitle, L"ZIP Message");
+    EXPECT_EQ(unZip.minimumVersion, 78);
+    EXPECT_TRUE(unZip.hasCursorMode);
+    EXPECT_TRUE(unZip.changeable);
+    EXPECT_TRUE(unZip.columns.attributes);
+    EXPECT_TRUE(unZip.columns.packed);
+    EXPECT_TRUE(unZip.columns.ratio);
+    EXPECT_TRUE(unZip.columns.type);
+    EXPECT_TRUE(unZip.columns.crc);
+    EXPECT_EQ(unZip.columns.crcHeader, L"CRC32");
+}
+
+TEST_F(UnTar, IsDescribed) {
+    const DriverDescription& unTar = tar.description();
+    EXPECT_EQ(&unTar, &cUnTar::kDescription);
+    EXPECT_EQ(unTar.library, L"Tar32.dll");
+    EXPECT_EQ(unTar.prefix, "Tar");
+    EXPECT_EQ(unTar.messageTitle, L"TAR Message");
+    EXPECT_EQ(unTar.minimumVersion, 53);
+    EXPECT_TRUE(unTar.hasCursorMode);
+    EXPECT_FALSE(unTar.changeable);
+    EXPECT_FALSE(unTar.columns.attributes);
+    EXPECT_FALSE(unTar.columns.packed);
+    EXPECT_FALSE(unTar.columns.ratio);
+    EXPECT_TRUE(unTar.columns.type);
+    EXPECT_TRUE(unTar.columns.crc);
+    EXPECT_EQ(unTar.columns.crcHeader, L"CRC");
+}
+
+TEST_F(UnZip, CallsItsCheckModeTestMode) {
+    EXPECT_EQ(zip.TestMode(), 0);
+    zip.setTestMode(1);
+    EXPECT_EQ(zip.TestMode(), 1);
+    EXPECT_FALSE(zip.CheckArchive(L"a.zip"));
+    EXPECT_EQ(library.calls, (Calls{L"checkArchive a.zip 1"}));
+}
+
+TEST_F(UnTar, CallsItsCheckModeTestMode) {
+    EXPECT_EQ(tar.TestMode(), 0);
+    tar.setTestMode(2);
+    EXPECT_EQ(tar.TestMode(), 2);
+    EXPECT_FALSE(tar.CheckArchive(L"a.tgz"));
+    EXPECT_EQ(library.calls, (Calls{L"checkArchive a.tgz 2"}));
+}
+
+TEST_F(UnZip, TellsOfAnArchiveThatCannotBeOpened) {
+    library.opens = false;
+    zip.SetArcFile(L"a.zip");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, L"Can not open 'a.zip' (corrupted archive) !");
+    EXPECT_EQ(messages.shown[0].title, L"ZIP Message");
+}
+
+TEST_F(UnTar, TellsOfAnArchiveThatCannotBeOpened) {
+    library.opens = false;
+    tar.SetArcFile(L"a.tar");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, L"Can not open 'a.tar' (corrupted archive) !");
+    EXPECT_EQ(messages.shown[0].title, L"TAR Message");
+}
+
+TEST_F(UnZip, ListsThroughTheEntryFunctionsWhateverTheVersion) {
+    library.members = {{.name = "a"}};
+    for (const std::uint16_t version : {78, 79, 80, 540}) {
+        library.versionAnswer = version;
+        EXPECT_EQ(zip.SetArcFile(L"a.zip"), 1U) << version;
+    }
+}
+
+}  // namespace
+}  // namespace tovar

@@ -3,16 +3,13 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "settings/registry_backend.h"
 #include "settings/registry_error.h"
+#include "settings/registry_value.h"
 
 namespace tovar {
-
-/// A value as programs use it: nothing, a 32-bit number, a text, or bytes.
-using RegistryValue = std::variant<std::monostate, std::int32_t, std::wstring, std::vector<std::uint8_t>>;
 
 /// How files with an extension are opened by a program.
 struct ExeAssociation {
@@ -65,7 +62,7 @@ public:
     void CreateAdditionalEXEAssociations(std::span<const std::wstring> verbs);
 
 private:
-    void setClassText(const std::wstring& section, std::wstring text);
+    void setClassText(const std::wstring& section, const std::wstring& text);
 
     RegistryBackend& backend_;
     std::wstring className_;

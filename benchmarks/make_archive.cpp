@@ -30,7 +30,8 @@ int main(int count, char** arguments) {
     }
     for (long i = 0; i < members; ++i) {
         char name[96], text[64];
-        std::snprintf(name, sizeof name, "project-%03ld/module-%02ld/source_file_%07ld.txt", i / 25000, i / 500 % 50, i);
+        std::snprintf(name, sizeof name, "project-%03ld/module-%02ld/source_file_%07ld.txt", i / 25000, i / 500 % 50,
+                      i);
         const int length = std::snprintf(text, sizeof text, "member number %ld\n", i);
         archive_entry* entry = archive_entry_new();
         archive_entry_set_pathname(entry, name);

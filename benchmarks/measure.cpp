@@ -1,8 +1,8 @@
 // Times whole commands side by side: measure RUNS NAME COMMAND [NAME COMMAND ...]
 //
 // Every command is one word list for the shell's rules of blanks only (no quotes); its output is thrown away. The
-// commands take turns, so a machine whose speed drifts treats them alike. Per command one line: median of the wall-clock
-// time, least time, peak memory, and how many times as long as the first command it took.
+// commands take turns, so a machine whose speed drifts treats them alike. Per command one line: median of the
+// wall-clock time, least time, peak memory, and how many times as long as the first command it took.
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -45,8 +45,7 @@ bool runOnce(Contender& contender) {
     if (error != 0) return false;
     rusage usage{};
     if (wait4(child, &contender.status, 0, &usage) != child) return false;
-    contender.seconds.push_back(
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+    contender.seconds.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
     contender.peakKib = std::max(contender.peakKib, usage.ru_maxrss);
     return true;
 }

@@ -9,7 +9,8 @@ const char* const kHelpText =
     "  tovar test [--json] ARCHIVE...   reads every member and checks it\n"
     "  tovar --version\n"
     "\n"
-    "Ends with 0 when all is well, 1 when an archive is not, 2 when the line was not understood and 3 when the library\n"
+    "Ends with 0 when all is well, 1 when an archive is not, 2 when the line was not understood and 3 when the "
+    "library\n"
     "for an archive's kind is missing or too old.\n";
 
 namespace {

@@ -30,7 +30,8 @@ public:
     virtual bool read(const std::filesystem::path& folder, std::vector<FolderItem>& items) = 0;
 };
 
-/// What the sample host knows and decides: which folder is shown, what a double-click does, what the component is asked.
+/// What the sample host knows and decides: which folder is shown, what a double-click does, what the component is
+/// asked.
 class HostPresenter {
 public:
     HostPresenter(HostView& view, ArchiveComponent& component, FolderReader& reader)

@@ -119,8 +119,7 @@ TEST_F(HostPresenterTest, IgnoresAnItemThatIsNotThere) {
 
 TEST_F(HostPresenterTest, CompressesTheSelectedItemsAsALinePerName) {
     presenter.compress({1, 0});
-    EXPECT_EQ(component.created,
-              (root / L"a b.zip").wstring() + L"|" + root.wstring() + L"|a b.txt\r\nsub");
+    EXPECT_EQ(component.created, (root / L"a b.zip").wstring() + L"|" + root.wstring() + L"|a b.txt\r\nsub");
 }
 
 TEST_F(HostPresenterTest, CompressesNothingWithoutASelection) {

@@ -17,7 +17,9 @@ TEST(JsonText, EscapesControlCharacters) { EXPECT_EQ(json(L"\n\x1F\x7F"), R"("\u
 TEST(JsonText, WritesUtf8) { EXPECT_EQ(json(L"\u00E4\u8868"), "\"\xC3\xA4\xE8\xA1\xA8\""); }
 TEST(JsonText, WritesCharactersBeyondTheBasicPlane) { EXPECT_EQ(json(L"\U0001F600"), "\"\xF0\x9F\x98\x80\""); }
 TEST(JsonText, ReplacesHalvesOfAPair) {
-    EXPECT_EQ(json(std::wstring{L'a', static_cast<wchar_t>(0xD800), L'b'}), "\"a\xEF\xBF\xBD" "b\"");
+    EXPECT_EQ(json(std::wstring{L'a', static_cast<wchar_t>(0xD800), L'b'}),
+              "\"a\xEF\xBF\xBD"
+              "b\"");
     EXPECT_EQ(json(std::wstring{static_cast<wchar_t>(0xDC00)}), "\"\xEF\xBF\xBD\"");
 }
 

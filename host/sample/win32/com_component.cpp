@@ -10,8 +10,7 @@ namespace {
 /// A BSTR with an owner.
 class Text {
 public:
-    explicit Text(const std::wstring& text)
-        : text_(::SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
+    explicit Text(const std::wstring& text) : text_(::SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
     ~Text() { ::SysFreeString(text_); }
     Text(const Text&) = delete;
     Text& operator=(const Text&) = delete;

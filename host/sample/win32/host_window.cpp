@@ -92,9 +92,8 @@ LRESULT HostWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 HWND HostWindow::makeChild(const wchar_t* className, const wchar_t* text, DWORD style, int id) {
-    const HWND child =
-        ::CreateWindowExW(0, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, window_,
-                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance_, nullptr);
+    const HWND child = ::CreateWindowExW(0, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, window_,
+                                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance_, nullptr);
     ::SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
     return child;
 }
@@ -129,7 +128,8 @@ bool HostWindow::onCreate() {
     HRESULT error = S_OK;
     component_ = ComComponent::create(object_.get(), error);
     if (!component_) {
-        std::fprintf(stderr, "The archive component could not be created: 0x%08lX\n", static_cast<unsigned long>(error));
+        std::fprintf(stderr, "The archive component could not be created: 0x%08lX\n",
+                     static_cast<unsigned long>(error));
         return false;
     }
     component_->setFont(metrics.lfMessageFont.lfFaceName, font_);

@@ -23,7 +23,7 @@ private:
 class PosixModuleLoader final : public ModuleLoader {
 public:
     std::unique_ptr<Module> load(const std::wstring& fullPath) override {
-        if (!fullPath.starts_with(L'/')) {
+        if (!fullPath.starts_with(L'/') || fullPath.find(L'\0') != fullPath.npos) {
             return nullptr;  // dlopen would go and search for a bare name
         }
         void* const handle = ::dlopen(toPosixName(fullPath).c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -2,22 +2,12 @@
 
 #include <windows.h>
 
+#include "drivers/win32/full_path.h"
 #include "shell/win32/handles.h"
+#include "shell/win32/system_calls.h"
 
 namespace tovar {
 namespace {
-
-/// Keeps the system from asking for a missing disk or library in a box of its own, on this thread only.
-class SilentLoading {
-public:
-    SilentLoading() noexcept { ::SetThreadErrorMode(::GetThreadErrorMode() | SEM_FAILCRITICALERRORS, &previous_); }
-    ~SilentLoading() { ::SetThreadErrorMode(previous_, nullptr); }
-    SilentLoading(const SilentLoading&) = delete;
-    SilentLoading& operator=(const SilentLoading&) = delete;
-
-private:
-    DWORD previous_ = 0;
-};
 
 class WindowsModule final : public Module {
 public:
@@ -31,18 +21,13 @@ private:
     UniqueLibrary library_;
 };
 
-bool isFullPath(const std::wstring& path) {
-    const bool drive = path.size() > 3 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/');
-    return drive || path.starts_with(L"\\\\");
-}
-
 class WindowsModuleLoader final : public ModuleLoader {
 public:
     std::unique_ptr<Module> load(const std::wstring& fullPath) override {
-        if (!isFullPath(fullPath)) {
+        if (!isFullPath(fullPath) || !isSystemText(fullPath)) {
             return nullptr;
         }
-        const SilentLoading silent;
+        const QuietSystem quiet;
         // What the library itself needs is looked for beside it, not in the host's folder.
         UniqueLibrary library(::LoadLibraryExW(fullPath.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
         return library ? std::make_unique<WindowsModule>(std::move(library)) : nullptr;

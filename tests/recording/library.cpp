@@ -1,0 +1,186 @@
+#include "recording/library.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "recording/call_log.h"
+#include "recording/script.h"
+
+namespace recording {
+namespace {
+
+constexpr std::int32_t kNotOpened = 0x8021;
+
+/// An opened archive: its handle is the address.
+class Walk {
+public:
+    explicit Walk(Script script) : script_(std::move(script)) {}
+
+    void restart() {
+        entry_ = given_ = 0;
+        current_ = {};
+    }
+
+    std::int32_t next(IndividualInfo* info) {
+        while (entry_ < script_.entries.size() && given_ == script_.entries[entry_].repeat) {
+            ++entry_;
+            given_ = 0;
+        }
+        if (entry_ == script_.entries.size()) return script_.end;
+        if (script_.entries[entry_].error != 0) return script_.entries[entry_].error;
+        ++given_;
+        current_ = script_.entries[entry_];
+        if (info != nullptr) *info = current_.info;
+        return 0;
+    }
+
+    [[nodiscard]] const Entry& current() const { return current_; }
+
+private:
+    Script script_;
+    std::size_t entry_ = 0;
+    std::uint32_t given_ = 0;
+    Entry current_;
+};
+
+std::map<ArchiveHandle, std::unique_ptr<Walk>>& walks() {
+    static std::map<ArchiveHandle, std::unique_ptr<Walk>> all;
+    return all;
+}
+
+Walk* walkOf(ArchiveHandle archive) {
+    const auto found = walks().find(archive);
+    return found == walks().end() ? nullptr : found->second.get();
+}
+
+std::map<std::string, Bool>& modes() {
+    static std::map<std::string, Bool> all;
+    return all;
+}
+
+}  // namespace
+
+std::int32_t run(const char* prefix, WindowHandle owner, const char* command, char* output, std::uint32_t size) {
+    CallLog(prefix, "") << owner << command << size;
+    const Script script = readScript();
+    if (output != nullptr && script.fill != '\0') {
+        std::memset(output, script.fill, size);
+    } else if (output != nullptr) {
+        const std::size_t length = std::min<std::size_t>(script.output.size(), size);
+        std::memcpy(output, script.output.data(), length);
+        if (length < size) output[length] = '\0';
+    }
+    return script.code;
+}
+
+std::uint32_t getVersion(const char* prefix) {
+    CallLog(prefix, "GetVersion");
+    return readScript().version;
+}
+
+Bool getRunning(const char* prefix) {
+    CallLog(prefix, "GetRunning");
+    return readScript().running;
+}
+
+Bool checkArchive(const char* prefix, const char* fileName, std::int32_t mode) {
+    CallLog(prefix, "CheckArchive") << fileName << mode;
+    return readScript().check;
+}
+
+std::int32_t configDialog(const char* prefix, WindowHandle owner, char*, std::int32_t mode) {
+    CallLog(prefix, "ConfigDialog") << owner << mode;
+    return readScript().dialog;
+}
+
+Bool setUnicodeMode(const char* prefix, Bool on) {
+    CallLog(prefix, "SetUnicodeMode") << on;
+    return readScript().unicode;
+}
+
+std::int32_t getFileCount(const char* prefix, const char* fileName) {
+    CallLog(prefix, "GetFileCount") << fileName;
+    return static_cast<std::int32_t>(readScript().entries.size());
+}
+
+ArchiveHandle openArchive(const char* prefix, WindowHandle owner, const char* fileName, std::uint32_t mode) {
+    CallLog(prefix, "OpenArchive") << owner << fileName << mode;
+    Script script = readScript();
+    if (!script.opens) return nullptr;
+    auto walk = std::make_unique<Walk>(std::move(script));
+    const ArchiveHandle handle = walk.get();
+    walks()[handle] = std::move(walk);
+    return handle;
+}
+
+std::int32_t findFirst(const char* prefix, ArchiveHandle archive, const char* pattern, IndividualInfo* info) {
+    CallLog(prefix, "FindFirst") << archive << pattern;
+    Walk* const walk = walkOf(archive);
+    if (walk == nullptr) return kNotOpened;
+    walk->restart();
+    return walk->next(info);
+}
+
+std::int32_t findNext(const char* prefix, ArchiveHandle archive, IndividualInfo* info) {
+    CallLog(prefix, "FindNext") << archive;
+    Walk* const walk = walkOf(archive);
+    return walk != nullptr ? walk->next(info) : kNotOpened;
+}
+
+std::int32_t closeArchive(const char* prefix, ArchiveHandle archive) {
+    CallLog(prefix, "CloseArchive") << archive;
+    return walks().erase(archive) != 0 ? 0 : kNotOpened;
+}
+
+IndividualInfo currentRecord(const char* prefix, const char* function, ArchiveHandle archive) {
+    CallLog(prefix, function) << archive;
+    const Walk* const walk = walkOf(archive);
+    return walk != nullptr ? walk->current().info : IndividualInfo{};
+}
+
+std::int32_t currentText(const char* prefix, const char* function, ArchiveHandle archive, char* buffer,
+                         std::int32_t size) {
+    const IndividualInfo info = currentRecord(prefix, function, archive);
+    if (buffer == nullptr || size <= 0) return kNotOpened;
+    const bool mode = std::string_view(function) == "GetMethod";
+    const std::string text =
+        mode ? std::string(info.mode, sizeof info.mode) : std::string(info.fileName, sizeof info.fileName);
+    std::strncpy(buffer, text.c_str(), static_cast<std::size_t>(size));
+    buffer[size - 1] = '\0';
+    return walkOf(archive) != nullptr ? 0 : kNotOpened;
+}
+
+Bool currentSize(const char* prefix, const char* function, ArchiveHandle archive, std::int64_t* size) {
+    CallLog(prefix, function) << archive;
+    const Walk* const walk = walkOf(archive);
+    if (walk == nullptr || size == nullptr) return 0;
+    *size = std::string_view(function) == "GetOriginalSizeEx" ? walk->current().original64 : walk->current().packed64;
+    return 1;
+}
+
+Bool getMode(const char* prefix, const char* function) {
+    CallLog(prefix, function);
+    return modes()[std::string(prefix) + (function + 3)];
+}
+
+Bool setMode(const char* prefix, const char* function, Bool value) {
+    CallLog(prefix, function) << value;
+    modes()[std::string(prefix) + (function + 3)] = value;
+    return 1;
+}
+
+std::int32_t answerZero(const char* prefix, const char* function, ArchiveHandle archive) {
+    CallLog(prefix, function) << archive;
+    return 0;
+}
+
+Bool accept(const char* prefix, const char* function, WindowHandle owner) {
+    CallLog(prefix, function) << owner;
+    return 1;
+}
+
+}  // namespace recording

@@ -30,7 +30,7 @@ void PlaceInHost(WindowHandle window, HostWindow* fParent, bool resize, WindowSy
         size = {hostShareInPixels(kShareOfHost, fParent->Width(), host.width),
                 hostShareInPixels(kShareOfHost, fParent->Height(), host.height)};
     }
-    windows.setParent(window, parent);
+    if (!windows.setParent(window, parent)) return;
     windows.move(window, {(host.width - size.width) / 2, (host.height - size.height) / 2}, size);
 }
 

@@ -34,12 +34,13 @@ public:
     [[nodiscard]] virtual bool isWindow(WindowHandle window) const = 0;
     /// Outer size; of a minimized window the size that it gets back.
     [[nodiscard]] virtual PixelSize sizeOf(WindowHandle window) const = 0;
-    virtual void setParent(WindowHandle window, WindowHandle parent) = 0;
+    /// @return false when the system refuses; the window is as it was then
+    virtual bool setParent(WindowHandle window, WindowHandle parent) = 0;
     virtual void move(WindowHandle window, PixelPlace place, PixelSize size) = 0;
 };
 
-/// Pixels for a share of a host's extent, given in the host's unit.
-/// @param share   such as 0.6 times the host's Width
+/// A share of a host's extent, in pixels.
+/// @param factor  the share, such as 0.6
 /// @param extent  the host's Width or Height in its own unit; one that is no positive number counts as pixels
 /// @param pixels  the same extent of the host's real window
 [[nodiscard]] int hostShareInPixels(double factor, std::optional<double> extent, int pixels) noexcept;

@@ -1,0 +1,129 @@
+#include "front/library_check.h"
+
+#include "drivers/un_zip.h"
+#include "front/fakes/front_fixture.h"
+
+namespace tovar {
+namespace {
+
+class LibraryCheck : public test::FrontFixture {
+protected:
+    std::wstring check(std::uint16_t version, std::uint16_t minimum) {
+        exports.versionRegister = version;
+        cUnZip driver(libraries.getOrMissing(cUnZip::kDescription), messages, regional);
+        return CheckLibrary(L"UnZip32.dll", driver, minimum, libraries, paths);
+    }
+
+    LibraryVersions checkAll() { return CheckArchiverLibraries(services(), paths); }
+    ArchiveKind available() { return availabilityMask(checkAll()); }
+};
+
+TEST_F(LibraryCheck, GivesTheFileVersionOfAUsableLibrary) {
+    installUnZip();
+    EXPECT_EQ(check(78, 78), L"5.52.1.7");
+    EXPECT_EQ(check(540, 78), L"5.52.1.7");
+}
+
+TEST_F(LibraryCheck, GivesNothingForAnOlderLibrary) {
+    installUnZip();
+    EXPECT_EQ(check(77, 78), L"");
+    EXPECT_EQ(check(0, 78), L"");
+}
+
+TEST_F(LibraryCheck, TakesVersionOneAsUnusableWhateverTheMinimum) {
+    installUnZip();
+    EXPECT_EQ(check(1, 0), L"");
+    EXPECT_EQ(check(1, 1), L"");
+    EXPECT_EQ(check(0, 0), L"5.52.1.7") << "only exactly 1 is";
+    EXPECT_EQ(check(2, 0), L"5.52.1.7");
+}
+
+TEST_F(LibraryCheck, GivesNothingForAMissingLibrary) { EXPECT_EQ(check(540, 0), L""); }
+
+TEST_F(LibraryCheck, GivesNothingForALibraryThatCannotBeLoaded) {
+    install(L"UnZip32.dll");
+    EXPECT_EQ(check(540, 0), L"");
+}
+
+TEST_F(LibraryCheck, ReadsTheVersionAsSixteenBits) {
+    installUnZip();
+    exports.versionRegister = 0xABCD0000 | 540;
+    EXPECT_EQ(checkAll().at(kind::kZip), L"5.52.1.7");
+    exports.versionRegister = 0x00010000 | 77;
+    EXPECT_EQ(checkAll().at(kind::kZip), L"");
+}
+
+TEST_F(LibraryCheck, HasNothingAvailableWithoutLibraries) {
+    EXPECT_EQ(available(), 0U);
+    EXPECT_TRUE(loader.loaded.empty());
+    EXPECT_TRUE(messages.shown.empty()) << "a missing library is no error";
+}
+
+TEST_F(LibraryCheck, SetsTheBitOfEachUsableLibrary) {
+    installUnZip();
+    EXPECT_EQ(available(), 16U);
+    installTar();
+    EXPECT_EQ(available(), 16U | 512U);
+}
+
+TEST_F(LibraryCheck, AsksEachKindForItsOwnMinimum) {
+    installUnZip();
+    installTar();
+    exports.versionRegister = 78;
+    EXPECT_EQ(available(), 16U | 512U);
+    exports.versionRegister = 77;
+    EXPECT_EQ(available(), 512U) << "too old for ZIP, not for TAR";
+    exports.versionRegister = 53;
+    EXPECT_EQ(available(), 512U);
+    exports.versionRegister = 52;
+    EXPECT_EQ(available(), 0U);
+}
+
+TEST_F(LibraryCheck, TakesThePresenceOfTheZipCreatorForEnough) {
+    install(L"InfoZip32.dll");
+    EXPECT_EQ(available(), 1U) << "ZIP archives can be created but not opened";
+    EXPECT_EQ(checkAll().at(kind::kCreateZip), L"5.52.1.7");
+    EXPECT_TRUE(loader.loaded.empty());
+}
+
+TEST_F(LibraryCheck, NeedsAFileVersionOfTheZipCreator) {
+    install(L"InfoZip32.dll");
+    information.versions.clear();
+    EXPECT_EQ(available(), 0U);
+}
+
+TEST_F(LibraryCheck, LeavesALibraryAsideWhoseVersionHasNoText) {
+    install(L"UnZip32.dll", "UnZip", {1, 0x8000});
+    EXPECT_EQ(available(), 0U);
+    install(L"UnZip32.dll", "UnZip", {1, 0x7FFF});
+    EXPECT_EQ(available(), 16U);
+}
+
+TEST_F(LibraryCheck, LeavesKindsWithoutADriverUnavailable) {
+    for (const wchar_t* library : {L"UnRar32.dll", L"UnArj32j.dll", L"UnLha32.dll", L"Cab32.dll", L"UnAce.dll"}) {
+        install(library);
+    }
+    EXPECT_EQ(available(), 0U);
+}
+
+TEST_F(LibraryCheck, GivesCreationItsOwnTextsAndBits) {
+    const LibraryVersions versions = {{kind::kLzh, L"2.5.0.0"},
+                                      {kind::kCreateLzh, L"2.5.0.0"},
+                                      {kind::kCab, L""},
+                                      {kind::kCreateCab, L""},
+                                      {kind::kCreateZip, L"5.0.0.0"}};
+    EXPECT_EQ(availabilityMask(versions), 128U | 2U | 1U);
+    const LibraryVersions found = checkAll();
+    EXPECT_TRUE(found.contains(kind::kCreateLzh));
+    EXPECT_TRUE(found.contains(kind::kCreateCab));
+}
+
+TEST_F(LibraryCheck, LoadsTheLibraryOfTheFoundPath) {
+    installUnZip();
+    installTar();
+    EXPECT_EQ(available(), 16U | 512U);
+    EXPECT_EQ(loader.loaded, (std::vector<std::wstring>{pathOf(L"UnZip32.dll"), pathOf(L"Tar32.dll")}));
+}
+
+}  // namespace
+}  // namespace tovar

@@ -1,0 +1,43 @@
+#include "front/win32/component.h"
+
+#include <map>
+#include <mutex>
+
+#include "front/win32/type_library.h"
+#include "shell/paths.h"
+#include "shell/win32/regional_settings.h"
+
+namespace tovar {
+
+std::shared_ptr<Component> Component::ofThisThread() {
+    static std::mutex mutex;
+    static std::map<DWORD, std::weak_ptr<Component>> components;
+    const std::lock_guard guard(mutex);
+    std::erase_if(components, [](const auto& each) { return each.second.expired(); });
+    std::weak_ptr<Component>& known = components[::GetCurrentThreadId()];
+    std::shared_ptr<Component> component = known.lock();
+    if (!component) known = component = std::make_shared<Component>();
+    return component;
+}
+
+Component::Component()
+    : regional_(loadRegionalSettings()),
+      loader_(systemModuleLoader()),
+      folders_(systemLibraryFolders()),
+      finder_(systemPaths_, files_, *folders_, ParentPath(modulePath())) {}
+
+TovarPorts Component::ports() {
+    // The dialogs for creating and for configuring belong into the two fields left out here. As long as the component
+    // has no such dialogs, its host gets all that comes before them and the answers, and nothing is shown.
+    return {.state = state_,
+            .settings = settings_,
+            .workFolder = workFolder_,
+            .paths = paths_,
+            .drivers = {libraries_, messages_, regional_},
+            .pointer = pointer_,
+            .pump = pump_,
+            .windows = windows_,
+            .browsers = browsers_};
+}
+
+}  // namespace tovar

@@ -1,0 +1,66 @@
+#pragma once
+#include <windows.h>
+
+#include <memory>
+
+#include "browser/win32/browser_factory.h"
+#include "drivers/archiver_libraries.h"
+#include "drivers/library_finder.h"
+#include "drivers/library_folders.h"
+#include "drivers/module_loader.h"
+#include "front/tovar.h"
+#include "front/win32/server_lock.h"
+#include "front/win32/windows_ports.h"
+#include "settings/settings_store.h"
+#include "settings/win32/windows_registry.h"
+#include "shell/path_operations.h"
+#include "shell/regional.h"
+#include "shell/win32/ansi_codec.h"
+#include "shell/win32/system_message_boxes.h"
+#include "shell/win32/windows_file_system.h"
+#include "shell/win32/windows_system_information.h"
+#include "shell/win32/windows_system_paths.h"
+#include "shell/work_folder.h"
+
+namespace tovar {
+
+/// Everything that the objects share, wired: the real system behind every port, and the shared state. Lives as long as
+/// one of its objects, so that nothing is left to take down when the DLL is unloaded.
+///
+/// A host has one user-interface thread, and so there is one component. For a host with several each thread has its
+/// own, since windows and what works for them belong to their thread.
+class Component {
+public:
+    /// @return the calling thread's component; made when there is none
+    [[nodiscard]] static std::shared_ptr<Component> ofThisThread();
+
+    Component();
+    Component(const Component&) = delete;
+    Component& operator=(const Component&) = delete;
+
+    [[nodiscard]] TovarPorts ports();
+
+private:
+    ServerLock lock_;
+    WindowsFileSystem files_;
+    WindowsSystemPaths systemPaths_;
+    WindowsSystemInformation information_;
+    SystemMessageBoxes messages_;
+    PathOperations paths_{files_, systemPaths_, information_, messages_};
+    WorkFolder workFolder_{paths_, files_, systemPaths_};
+    WindowsRegistry registry_;
+    SettingsStore settings_{registry_};
+    RegionalSettings regional_;
+    AnsiCodec ansi_;
+    std::unique_ptr<ModuleLoader> loader_;
+    std::unique_ptr<LibraryFolders> folders_;
+    LibraryFinder finder_;
+    ArchiverLibraries libraries_{*loader_, finder_, ansi_, systemPaths_};
+    WindowsMousePointer pointer_;
+    WindowsMessagePump pump_;
+    WindowsWindowSystem windows_;
+    WindowsBrowserFactory browsers_{files_, messages_};
+    PluginState state_;
+};
+
+}  // namespace tovar

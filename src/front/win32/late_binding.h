@@ -1,0 +1,17 @@
+#pragma once
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include "tovar_idl.h"
+
+namespace tovar {
+
+/// IDispatch::Invoke over the method table: takes arguments by value, by reference and by name, converts them, calls
+/// the method and writes nArcMode back.
+/// @param exception    filled when the method itself fails (DISP_E_EXCEPTION); may be null
+/// @param badArgument  place in `parameters` of the argument that did not fit; may be null
+HRESULT invokeMethod(ITovar& object, DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
+                     VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept;
+
+}  // namespace tovar

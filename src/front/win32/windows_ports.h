@@ -1,0 +1,28 @@
+#pragma once
+#include "front/place_in_host.h"
+#include "front/ports.h"
+
+namespace tovar {
+
+/// The windows of Windows.
+class WindowsWindowSystem final : public WindowSystem {
+public:
+    [[nodiscard]] bool isWindow(WindowHandle window) const override;
+    [[nodiscard]] PixelSize sizeOf(WindowHandle window) const override;
+    bool setParent(WindowHandle window, WindowHandle parent) override;
+    void move(WindowHandle window, PixelPlace place, PixelSize size) override;
+};
+
+/// The pointer of the calling thread's windows.
+class WindowsMousePointer final : public MousePointer {
+public:
+    void show(PointerShape shape) override;
+};
+
+/// The queue of the calling thread.
+class WindowsMessagePump final : public MessagePump {
+public:
+    void processPending() override;
+};
+
+}  // namespace tovar

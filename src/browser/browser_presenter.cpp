@@ -1,0 +1,169 @@
+#include "browser/browser_presenter.h"
+
+#include "shell/letter_case.h"
+#include "shell/paths.h"
+
+namespace tovar {
+namespace {
+
+std::wstring withoutEvery(std::wstring_view text, std::wstring_view part) {
+    std::wstring rest;
+    std::size_t start = 0;
+    for (std::size_t found; !part.empty() && (found = text.find(part, start)) != text.npos;
+         start = found + part.size()) {
+        rest += text.substr(start, found - start);
+    }
+    rest += text.substr(start);
+    return rest;
+}
+
+bool startsAlike(std::wstring_view text, std::wstring_view beginning) {
+    return text.size() >= beginning.size() && foldCase(text.substr(0, beginning.size())) == foldCase(beginning);
+}
+
+/// True while an operation runs that must not begin a second time.
+class Running {
+public:
+    explicit Running(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Running() { flag_ = false; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+private:
+    bool& flag_;
+};
+
+}  // namespace
+
+BrowserPresenter::BrowserPresenter(BrowserView& view, const BrowserPorts& ports, std::wstring_view archiveFile)
+    : view_(view),
+      driver_(ports.driver),
+      files_(ports.files),
+      regional_(ports.regional),
+      archiveFile_(archiveFile),
+      archiveName_(FileNamePart(archiveFile)),
+      formerOwner_(ports.driver.hWnd()),
+      contents_(ports.driver, folders_, ports.desktop, ports.regional) {}
+
+void BrowserPresenter::onLoad() {
+    view_.setTitle(archiveName_);
+    view_.enableGoUp(false);
+    view_.setStatus({});
+}
+
+void BrowserPresenter::onUnload() {
+    contents_.clear();
+    current_.reset();
+    driver_.setHWnd(formerOwner_);
+}
+
+bool BrowserPresenter::fill(std::wstring_view folderKey) {
+    if (filling_ || view_.hWnd() == nullptr) return false;
+    const Running running(filling_);
+    const std::wstring wanted(folderKey);
+    current_.reset();
+    selectedRows_ = 0;
+    contents_.clear();
+    folders_.clear();
+    view_.clear();
+    view_.enableGoUp(false);
+    driver_.setHWnd(view_.hWnd());
+    const std::uint32_t entryCount = driver_.SetArcFile(archiveFile_);
+    if (view_.hWnd() == nullptr) return false;
+    folders_.build(archiveName_, driver_.entries());
+    view_.showFolders();
+    selectAndShow(folders_.find(wanted).value_or(FolderModel::kRoot), Expand::Yes);
+    showArchiveStatus(entryCount);
+    return true;
+}
+
+void BrowserPresenter::onFolderSelected(Folder folder) {
+    if (current_ && folder != *current_ && folder < folders_.size()) showFolder(folder);
+}
+
+void BrowserPresenter::onGoUp() {
+    if (!current_) return;
+    if (const auto parent = folders_.parent(*current_)) selectAndShow(*parent, Expand::No);
+}
+
+void BrowserPresenter::onRowOpened(std::uint32_t row) {
+    if (row >= contents_.rowCount()) return;
+    if (const auto folder = contents_.folderAt(row)) selectAndShow(*folder, Expand::No);
+}
+
+void BrowserPresenter::onRowsSelected(std::uint32_t count) {
+    if (!current_) return;
+    selectedRows_ = count;
+    view_.setStatus(std::to_wstring(count) + L" Objects are selected.");
+}
+
+void BrowserPresenter::onHeaderClicked(std::size_t column) {
+    if (current_ && column < contents_.columns().size()) view_.moveRows(contents_.sortBy(column));
+}
+
+void BrowserPresenter::selectAndShow(Folder folder, Expand expand) {
+    current_ = folder;  // what the tree tells of the selection is no news then
+    view_.selectFolder(folder, expand == Expand::Yes);
+    showFolder(folder);
+}
+
+void BrowserPresenter::showFolder(Folder folder) {
+    current_ = folder;
+    contents_.show(folder);
+    view_.showContents();
+    if (selectedRows_ != 0) onRowsSelected(0);
+    showAddress();
+    view_.enableGoUp(folders_.parent(folder).has_value());
+}
+
+void BrowserPresenter::showAddress() {
+    const std::wstring address = archiveName_ + folders_.key(*current_);
+    const auto [index, isNew] = addresses_.put(address);
+    if (isNew) view_.addAddress(address);
+    view_.chooseAddress(index);
+}
+
+void BrowserPresenter::onAddressEntered(std::wstring_view text) {
+    if (text.empty()) return;
+    view_.moveAddressCaretToEnd();
+    if (!current_) return;
+    const std::wstring key = withoutEvery(text, archiveName_);
+    if (foldCase(key) == foldCase(folders_.key(*current_))) return;
+    // An address that names no folder leaves the folder as it is, and the box shows again where the user is.
+    if (const auto folder = folderOfAddress(text, key)) {
+        selectAndShow(*folder, Expand::Yes);
+    } else {
+        showAddress();
+    }
+}
+
+void BrowserPresenter::onAddressAbandoned() {
+    if (current_) showAddress();
+}
+
+// What is no key may still be a path as people write it, with the archive's name or full path before it or not.
+std::optional<Folder> BrowserPresenter::folderOfAddress(std::wstring_view text, std::wstring_view key) const {
+    if (const auto folder = folders_.find(key)) return folder;
+    std::wstring_view path = trimBlanks(text);
+    if (startsAlike(path, archiveFile_)) {
+        path.remove_prefix(archiveFile_.size());
+    } else if (startsAlike(path, archiveName_)) {
+        path.remove_prefix(archiveName_.size());
+    } else if (path.empty()) {
+        return std::nullopt;
+    }
+    return folders_.findWritten(path);
+}
+
+void BrowserPresenter::showArchiveStatus(std::uint32_t entryCount) {
+    const FileStatus status = files_.status(archiveFile_).value_or(FileStatus{});
+    std::wstring text =
+        L"Archive has " + std::to_wstring(entryCount) + L" files " + groupedNumber(status.size, regional_) + L" Bytes ";
+    if (status.modifiedDate.month != 0) {
+        text += yearMonthDayText(status.modifiedDate, regional_) + L' ' +
+                hourMinuteSecondText(status.modifiedTime, regional_);
+    }
+    view_.setStatus(text);
+}
+
+}  // namespace tovar

@@ -1,0 +1,46 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "browser/folder_model.h"
+#include "shell/window_handle.h"
+
+namespace tovar {
+
+/// The browser window as its presenter sees it. The window takes what it shows from the presenter's folders and
+/// contents.
+class BrowserView {
+public:
+    virtual ~BrowserView() = default;
+
+    /// @return null once the window is gone
+    [[nodiscard]] virtual WindowHandle hWnd() const = 0;
+
+    virtual void setTitle(std::wstring_view title) = 0;
+
+    /// Empties the tree and the list.
+    virtual void clear() = 0;
+    /// Fills the tree from the presenter's folders.
+    virtual void showFolders() = 0;
+    /// Selects a folder in the tree, opening those above it.
+    virtual void selectFolder(Folder folder, bool expand) = 0;
+
+    /// Makes the list's columns and rows anew from the presenter's contents; nothing is selected.
+    virtual void showContents() = 0;
+    /// The rows stand in another order now; the selection goes with them.
+    /// @param newRows  for each row from before the row where it is now
+    virtual void moveRows(std::span<const std::uint32_t> newRows) = 0;
+
+    /// Appends an entry to the address box's history.
+    virtual void addAddress(std::wstring_view address) = 0;
+    /// Chooses an entry of the history, counted from 0, and shows its text.
+    virtual void chooseAddress(std::size_t index) = 0;
+    virtual void moveAddressCaretToEnd() = 0;
+
+    virtual void enableGoUp(bool enabled) = 0;
+    virtual void setStatus(std::wstring_view text) = 0;
+};
+
+}  // namespace tovar

@@ -1,0 +1,168 @@
+#include "browser/contents_list.h"
+
+#include <algorithm>
+#include <numeric>
+#include <stdexcept>
+
+#include "shell/letter_case.h"
+
+namespace tovar {
+namespace {
+
+constexpr std::size_t kSizeWidth = 10;  ///< characters
+constexpr std::size_t kRatioWidth = 6;
+
+/// Right-justified in a fixed width; of a longer text its last characters. Such texts sort like their numbers.
+std::wstring rightJustified(std::wstring_view text, std::size_t width) {
+    std::wstring padded(width, L' ');
+    padded += text;
+    return padded.substr(padded.size() - width);
+}
+
+/// Texts to sort by, one after the other in one block.
+class SortKeys {
+public:
+    void add(std::wstring_view text) {
+        ends_.push_back(texts_.size() + text.size());
+        texts_ += text;
+    }
+    [[nodiscard]] std::wstring_view operator[](std::size_t index) const {
+        const std::size_t start = index == 0 ? 0 : ends_[index - 1];
+        return std::wstring_view(texts_).substr(start, ends_[index] - start);
+    }
+
+private:
+    std::wstring texts_;
+    std::vector<std::size_t> ends_;
+};
+
+}  // namespace
+
+ContentsList::ContentsList(const ArchiveDriver& driver, const FolderModel& folders, FileTypes& desktop,
+                           const RegionalSettings& regional)
+    : driver_(driver),
+      folders_(folders),
+      types_(desktop),
+      regional_(regional),
+      columns_(contentsColumnsOf(driver.description().columns)) {}
+
+void ContentsList::show(Folder folder) {
+    const auto subfolders = folders_.children(folder);
+    const auto files = folders_.files(folder);
+    order_.clear();
+    subfolders_ = subfolders;
+    files_ = files;
+    if (sorting_) sortItems();
+}
+
+void ContentsList::clear() noexcept {
+    subfolders_ = {};
+    files_ = {};
+    order_.clear();
+}
+
+std::uint32_t ContentsList::itemAt(std::uint32_t row) const {
+    if (row >= rowCount()) throw std::out_of_range("row outside the contents list");
+    return order_.empty() ? row : order_[row];
+}
+
+std::optional<Folder> ContentsList::folderAt(std::uint32_t row) const {
+    const std::uint32_t item = itemAt(row);
+    return item < subfolders_.size() ? std::optional(subfolders_[item]) : std::nullopt;
+}
+
+std::optional<std::uint32_t> ContentsList::entryAt(std::uint32_t row) const {
+    const std::uint32_t item = itemAt(row);
+    return item < subfolders_.size() ? std::nullopt : std::optional(files_[item - subfolders_.size()]);
+}
+
+std::wstring ContentsList::text(std::uint32_t row, std::size_t column) const {
+    return textOf(itemAt(row), columns_.at(column).key);
+}
+
+int ContentsList::icon(std::uint32_t row) const {
+    const auto entry = entryAt(row);
+    return entry ? types_.ofFile(driver_.FileName(*entry)).icon : types_.ofFolder().icon;
+}
+
+std::wstring ContentsList::textOf(std::uint32_t item, ColumnKey column) const {
+    if (item < subfolders_.size()) {
+        if (column == ColumnKey::Name) return std::wstring(folders_.text(subfolders_[item]));
+        return column == ColumnKey::FileType ? types_.ofFolder().name : std::wstring();
+    }
+    const std::uint32_t entry = files_[item - subfolders_.size()];
+    switch (column) {
+        case ColumnKey::Name:
+            return driver_.FileName(entry);
+        case ColumnKey::Original:
+            return rightJustified(driver_.FileOriginal(entry), kSizeWidth);
+        case ColumnKey::Packed:
+            return rightJustified(driver_.FilePacked(entry), kSizeWidth);
+        case ColumnKey::Ratio:
+            return rightJustified(driver_.FileRatio(entry), kRatioWidth);
+        case ColumnKey::FileType:
+            return types_.ofFile(driver_.FileName(entry)).name;
+        case ColumnKey::Modified:
+            return modifiedText(entry);
+        case ColumnKey::Attr:
+            return driver_.FileAttr(entry);
+        case ColumnKey::Type:
+            return driver_.FileType(entry);
+        case ColumnKey::Crc:
+            return driver_.FileCRC(entry);
+    }
+    return {};
+}
+
+std::wstring ContentsList::modifiedText(std::uint32_t entry) const {
+    const auto date = driver_.calendarDate(entry);
+    const auto time = driver_.clockTime(entry);
+    return (date ? shortDateText(*date, regional_) : driver_.FileDate(entry)) + L' ' +
+           (time ? shortTimeText(*time, regional_) : driver_.FILETIME(entry));
+}
+
+std::vector<std::uint32_t> ContentsList::sortBy(std::size_t column) {
+    if (column >= columns_.size()) return {};
+    std::vector<std::uint32_t> before = order_;
+    if (before.empty()) {
+        before.resize(rowCount());
+        std::iota(before.begin(), before.end(), 0);
+    }
+    sorting_ = Sorting{column, !(sorting_ && sorting_->descending)};
+    sortItems();
+    std::vector<std::uint32_t> rowOfItem(before.size());
+    for (std::uint32_t row = 0; row < order_.size(); ++row) rowOfItem[order_[row]] = row;
+    for (std::uint32_t& item : before) item = rowOfItem[item];
+    return before;
+}
+
+void ContentsList::sortItems() {
+    const ColumnKey column = columns_.at(sorting_->column).key;
+    SortKeys keys;
+    for (std::uint32_t item = 0; item < rowCount(); ++item) keys.add(foldCase(textOf(item, column)));
+    std::vector<std::uint32_t> order(rowCount());
+    std::iota(order.begin(), order.end(), 0);
+    const bool descending = sorting_->descending;
+    const auto isBefore = [&](std::uint32_t left, std::uint32_t right) {
+        const int difference = keys[left].compare(keys[right]);
+        if (difference != 0) return descending ? difference > 0 : difference < 0;
+        return left < right;
+    };
+    const auto firstFile = order.begin() + static_cast<std::ptrdiff_t>(subfolders_.size());
+    std::sort(order.begin(), firstFile, isBefore);
+    std::sort(firstFile, order.end(), isBefore);
+    if (descending) std::rotate(order.begin(), firstFile, order.end());
+    order_ = std::move(order);
+}
+
+std::optional<std::uint32_t> ContentsList::findName(std::wstring_view beginning, std::uint32_t start) const {
+    const std::wstring folded = foldCase(beginning);
+    const std::uint32_t count = rowCount();
+    for (std::uint32_t step = 0; step < count; ++step) {
+        const auto row = static_cast<std::uint32_t>((std::uint64_t{start} + step) % count);
+        if (foldCase(textOf(itemAt(row), ColumnKey::Name)).starts_with(folded)) return row;
+    }
+    return std::nullopt;
+}
+
+}  // namespace tovar

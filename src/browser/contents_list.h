@@ -1,0 +1,80 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "browser/contents_columns.h"
+#include "browser/file_types.h"
+#include "browser/folder_model.h"
+#include "drivers/archive_driver.h"
+#include "shell/regional.h"
+
+namespace tovar {
+
+/// The rows of the contents list: the folders directly in one folder, then its files. Nothing is kept for a row before
+/// the list is sorted; texts and icons are made when a row is shown.
+class ContentsList {
+public:
+    struct Sorting {
+        std::size_t column = 0;
+        bool descending = false;
+    };
+
+    /// The driver, the folders and the desktop must outlive the object.
+    ContentsList(const ArchiveDriver& driver, const FolderModel& folders, FileTypes& desktop,
+                 const RegionalSettings& regional);
+
+    [[nodiscard]] const std::vector<ContentsColumn>& columns() const noexcept { return columns_; }
+
+    /// Shows a folder of the model. An order that a header click chose stays.
+    void show(Folder folder);
+    void clear() noexcept;
+
+    [[nodiscard]] std::uint32_t rowCount() const noexcept {
+        return static_cast<std::uint32_t>(subfolders_.size() + files_.size());
+    }
+
+    // Of one row. All throw std::out_of_range for a row outside 0 to rowCount() - 1 or a column that is not there.
+    /// @return the folder that the row stands for; nullopt for a file
+    [[nodiscard]] std::optional<Folder> folderAt(std::uint32_t row) const;
+    /// @return the index of the entry that the row stands for; nullopt for a folder
+    [[nodiscard]] std::optional<std::uint32_t> entryAt(std::uint32_t row) const;
+    [[nodiscard]] std::wstring text(std::uint32_t row, std::size_t column) const;
+    [[nodiscard]] int icon(std::uint32_t row) const;
+
+    /// How the rows are ordered; nullopt until the first header click.
+    [[nodiscard]] std::optional<Sorting> sorting() const noexcept { return sorting_; }
+
+    /// A click on a column's header. Rows are ordered by that column's texts, letters of either case alike, folders as
+    /// one block: above the files in ascending order, below them in descending order. Every click turns the order
+    /// round, whichever column it hits, and the first one sorts descending.
+    /// @return for each row from before the row where it is now; empty when the column is not there
+    std::vector<std::uint32_t> sortBy(std::size_t column);
+
+    /// @return the first row whose name begins with the text, letters of either case alike, looked for from `start`
+    ///         downwards and then from the top
+    [[nodiscard]] std::optional<std::uint32_t> findName(std::wstring_view beginning, std::uint32_t start) const;
+
+private:
+    /// Number of what a row shows: folders first, then files, in the order of the archive.
+    [[nodiscard]] std::uint32_t itemAt(std::uint32_t row) const;
+    [[nodiscard]] std::wstring textOf(std::uint32_t item, ColumnKey column) const;
+    [[nodiscard]] std::wstring modifiedText(std::uint32_t entry) const;
+    void sortItems();
+
+    const ArchiveDriver& driver_;
+    const FolderModel& folders_;
+    mutable KnownFileTypes types_;
+    RegionalSettings regional_;
+    std::vector<ContentsColumn> columns_;
+    std::span<const Folder> subfolders_;
+    std::span<const std::uint32_t> files_;
+    std::vector<std::uint32_t> order_;  ///< item of each row; empty while the rows stand as the archive has them
+    std::optional<Sorting> sorting_;
+};
+
+}  // namespace tovar

@@ -16,7 +16,8 @@ namespace archiver {
 class HandleTable {
     struct Slot {
         std::mutex mutex;  ///< held during a call for the archive
-        std::uint32_t generation = 0;
+        std::atomic<bool> taken = false;
+        std::uint32_t generation = 1;
         std::unique_ptr<OpenedArchive> archive;
     };
 
@@ -30,14 +31,14 @@ public:
     class Access {
     public:
         Access() = default;
-        explicit operator bool() const noexcept { return archive_ != nullptr; }
-        OpenedArchive* operator->() const noexcept { return archive_; }
-        OpenedArchive& operator*() const noexcept { return *archive_; }
+        explicit operator bool() const noexcept { return slot_ != nullptr; }
+        OpenedArchive& operator*() const noexcept { return *slot_->archive; }
+        OpenedArchive* operator->() const noexcept { return slot_->archive.get(); }
 
     private:
         friend class HandleTable;
         std::unique_lock<std::mutex> lock_;
-        OpenedArchive* archive_ = nullptr;
+        Slot* slot_ = nullptr;
     };
 
     /// @return null when too many archives are open
@@ -49,10 +50,10 @@ public:
 
 private:
     static constexpr std::uint32_t kIndexBits = 12;
-    static constexpr std::size_t kCapacity = (1U << kIndexBits) - 1;  ///< place 0 is never given: no handle is null
-    static constexpr std::uint32_t kGenerationMask = (1U << (31 - kIndexBits)) - 1;  ///< handles stay positive
-
-    [[nodiscard]] Slot* slotOf(ArchiveHandle handle) const noexcept;
+    static constexpr std::uint32_t kIndexMask = (1U << kIndexBits) - 1;
+    static constexpr std::uint32_t kHighestHandle = 0x7FFFFFFF;  ///< callers may read handles as signed numbers
+    static constexpr std::uint32_t kLastGeneration = kHighestHandle >> kIndexBits;
+    static constexpr std::size_t kCapacity = kIndexMask;  ///< the index in a handle counts from 1: none is null
 
     std::mutex growing_;                                 ///< held while a slot is taken
     std::array<std::atomic<Slot*>, kCapacity> slots_{};  ///< made when first needed, kept until the table goes

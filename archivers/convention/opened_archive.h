@@ -43,7 +43,7 @@ private:
     WildcardSet patterns_;
     Member member_;
     State state_ = State::kNotSearched;
-    std::int32_t endCode_ = kNoMoreEntries;
+    std::int32_t endCode_ = kOk;  ///< what further searches answer
     std::uint64_t originalTotal_ = 0;
     std::uint64_t packedTotal_ = 0;
 };

@@ -29,8 +29,8 @@ public:
 
     // Commands: one at a time; while one runs, another answers kAlreadyRunning and the setters below answer 0.
     std::int32_t run(WindowHandle owner, const char* commandLine, char* output, std::uint32_t outputSize) noexcept;
-    std::int32_t extractMem(std::uint32_t* written) noexcept;
-    std::int32_t compressMem(std::uint32_t* written) noexcept;
+    std::int32_t extractMem(std::uint32_t* written) const noexcept;
+    std::int32_t compressMem(std::uint32_t* written) const noexcept;
     /// There is nothing to configure: 0 ("not changed"), or kAlreadyRunning.
     [[nodiscard]] std::int32_t configDialog() const noexcept;
     [[nodiscard]] Bool running() const noexcept { return running_ ? 1 : 0; }
@@ -107,14 +107,19 @@ private:
     [[nodiscard]] const TextCodec& codec() const noexcept { return unicodeMode_ ? utf8Codec() : ansi_; }
     [[nodiscard]] std::filesystem::path fileOf(const char* fileName) const;
     ProgressOwner progressOwner() noexcept;
-    template <class Query>
-    auto onArchive(ArchiveHandle archive, decltype(std::declval<Query>()(std::declval<OpenedArchive&>())) error,
-                   Query query) noexcept;
-    template <class Query>
-    auto onMember(ArchiveHandle archive, decltype(std::declval<Query>()(std::declval<const Member&>())) error,
-                  Query query) noexcept;
-    template <class Query>
-    std::int32_t textOf(ArchiveHandle archive, char* buffer, std::int32_t size, Query query) noexcept;
+    Bool setOwner(ProgressOwner owner) noexcept;
+    template <class Value>
+    Bool keep(std::atomic<Value>& place, Value value) noexcept;
+    std::int32_t told(const OpenedArchive& archive, std::int32_t code, IndividualInfo* info) const noexcept;
+
+    template <class Result, class Query>
+    Result onArchive(ArchiveHandle archive, Result error, Query query) noexcept;
+    template <class Result, class Query>
+    Result onSearched(ArchiveHandle archive, Result error, Query query) noexcept;
+    template <class Result, class Query>
+    Result onMember(ArchiveHandle archive, Result error, Query query) noexcept;
+    template <class Write>
+    std::int32_t textOfMember(ArchiveHandle archive, char* buffer, std::int32_t size, Write write) noexcept;
 
     const LibraryDescription& description_;
     const TextCodec& ansi_;

@@ -26,6 +26,9 @@ public:
     /// @return whether the file is an archive that the library can read. Shows no message.
     [[nodiscard]] virtual bool CheckArchive(std::wstring_view fileName) = 0;
 
+    /// Reads every member's data and checks it, whatever CheckArchive's own depth is.
+    [[nodiscard]] virtual bool TestArchive(std::wstring_view fileName) = 0;
+
     /// Lists the archive; an earlier listing is replaced. An archive that cannot be opened gives a message box and 0.
     /// @return the number of entries
     virtual std::uint32_t SetArcFile(std::wstring_view fileName) = 0;

@@ -109,6 +109,10 @@ void CommonDriver::setCursorMode(bool on) {
 
 bool CommonDriver::CheckArchive(std::wstring_view fileName) { return library_.checkArchive(fileName, checkMode_) > 0; }
 
+bool CommonDriver::TestArchive(std::wstring_view fileName) {
+    return library_.checkArchive(fileName, archiver::check_mode::kFullCrc) > 0;
+}
+
 void CommonDriver::setCommandLine(std::wstring_view commandLine) {
     const std::uint32_t files = static_cast<std::uint32_t>(std::max<std::int16_t>(maxFileCount_, 0));
     const std::uint32_t bufferSize = (files + kMoreFileLines) * kLineLength;

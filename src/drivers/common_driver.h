@@ -35,6 +35,7 @@ public:
     void setCursorMode(bool on);
 
     [[nodiscard]] bool CheckArchive(std::wstring_view fileName) final;
+    [[nodiscard]] bool TestArchive(std::wstring_view fileName) final;
 
     /// Mode of CheckArchive; archiver::check_mode names the values.
     [[nodiscard]] std::int16_t CheckMode() const noexcept { return checkMode_; }

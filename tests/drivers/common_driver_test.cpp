@@ -72,6 +72,16 @@ TEST_F(CommonDriverTest, ChecksAnArchiveInTheCheckMode) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(CommonDriverTest, TestsEveryMemberWhateverTheCheckModeIs) {
+    library.checkAnswer = 1;
+    driver.setCheckMode(1);
+    EXPECT_TRUE(driver.TestArchive(LR"(C:\a.zip)"));
+    library.checkAnswer = 0;
+    EXPECT_FALSE(driver.TestArchive(LR"(C:\a.zip)"));
+    EXPECT_EQ(library.calls, (Calls{LR"(checkArchive C:\a.zip 2)", LR"(checkArchive C:\a.zip 2)"}));
+    EXPECT_EQ(driver.CheckMode(), 1);
+}
+
 struct CheckCase {
     std::int32_t answer;
     bool good;

@@ -42,6 +42,7 @@ public:
     [[nodiscard]] WindowHandle hWnd() const override { return owner_; }
     void setHWnd(WindowHandle owner) override { owner_ = owner; }
     [[nodiscard]] bool CheckArchive(std::wstring_view) override { return true; }
+    [[nodiscard]] bool TestArchive(std::wstring_view) override { return true; }
 
     std::uint32_t SetArcFile(std::wstring_view fileName) override {
         listed.emplace_back(fileName);

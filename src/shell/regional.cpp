@@ -1,20 +1,61 @@
 #include "shell/regional.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <limits>
 #include <string_view>
-#include <vector>
 
 namespace tovar {
 namespace {
 
+// The digits of a number, on the stack: lists show these texts for every member of an archive, and std::to_wstring,
+// which goes through the formatted output of the C library, takes ten times as long.
+class Digits {
+public:
+    static constexpr std::size_t kMost = std::numeric_limits<std::uint64_t>::digits10 + 1;
+
+    explicit Digits(std::uint64_t number) {
+        for (; number != 0; number /= 10) characters_[--start_] = static_cast<wchar_t>(L'0' + number % 10);
+    }
+    Digits(const Digits&) = delete;
+    Digits& operator=(const Digits&) = delete;
+
+    // Nothing for 0.
+    [[nodiscard]] std::wstring_view text() const { return {characters_.data() + start_, kMost - start_}; }
+
+private:
+    std::array<wchar_t, kMost> characters_;
+    std::size_t start_ = kMost;
+};
+
+void appendDecimal(std::wstring& text, std::uint64_t number, std::size_t width = 1) {
+    const Digits digits(number);
+    if (digits.text().size() < width) text.append(width - digits.text().size(), L'0');
+    text += digits.text();
+}
+
+void appendPadded(std::wstring& text, int number, std::size_t width) {
+    if (number < 0) text += L'-';
+    appendDecimal(text, static_cast<std::uint64_t>(std::abs(static_cast<std::int64_t>(number))), width);
+}
+
 std::wstring padded(int number, std::size_t width) {
-    std::wstring text = std::to_wstring(number);
-    if (text.size() < width) text.insert(0, width - text.size(), L'0');
+    std::wstring text;
+    appendPadded(text, number, width);
     return text;
 }
 
-std::wstring twoDigits(int number) { return padded(number, 2); }
+std::wstring joined(int first, int second, int third, const std::wstring& separator) {
+    std::wstring text;
+    text.reserve(3 * 2 + 2 * separator.size());
+    appendPadded(text, first, 2);
+    text += separator;
+    appendPadded(text, second, 2);
+    text += separator;
+    appendPadded(text, third, 2);
+    return text;
+}
 
 int yearOfCentury(int year) { return std::abs(year % 100); }
 
@@ -23,19 +64,22 @@ class GroupSizes {
 public:
     explicit GroupSizes(std::wstring_view grouping) {
         for (const wchar_t each : grouping) {
-            if (each >= L'1' && each <= L'9') sizes_.push_back(static_cast<std::size_t>(each - L'0'));
+            if (each >= L'1' && each <= L'9' && count_ < sizes_.size()) {
+                sizes_[count_++] = static_cast<std::size_t>(each - L'0');
+            }
         }
-        repeatsLast_ = grouping.ends_with(L'0') && !sizes_.empty();
+        repeatsLast_ = grouping.ends_with(L'0') && count_ > 0;
     }
 
     // Of the n-th group; everything that is left when there is no such group.
     [[nodiscard]] std::size_t at(std::size_t group) const {
-        if (group < sizes_.size()) return sizes_[group];
-        return repeatsLast_ ? sizes_.back() : std::wstring::npos;
+        if (group < count_) return sizes_[group];
+        return repeatsLast_ ? sizes_[count_ - 1] : std::wstring::npos;
     }
 
 private:
-    std::vector<std::size_t> sizes_;
+    std::array<std::size_t, Digits::kMost> sizes_{};
+    std::size_t count_ = 0;
     bool repeatsLast_ = false;
 };
 
@@ -87,21 +131,33 @@ std::size_t copyQuoted(std::wstring_view picture, std::size_t position, std::wst
 std::wstring groupedNumber(std::uint64_t number, const RegionalSettings& regional) {
     if (number == 0) return {};
     const GroupSizes sizes(regional.grouping);
-    std::wstring text = std::to_wstring(number);
-    std::size_t left = text.size();
-    for (std::size_t group = 0; left > sizes.at(group); ++group) {
-        left -= sizes.at(group);
-        text.insert(left, regional.groupSeparator);
+    const Digits number10(number);
+    const std::wstring_view digits = number10.text();
+    std::array<std::size_t, Digits::kMost> cuts;  // before which digit a separator stands, from the right
+    std::size_t count = 0;
+    for (std::size_t left = digits.size(); left > sizes.at(count);) {
+        left -= sizes.at(count);
+        cuts[count++] = left;
     }
+    std::wstring text;
+    text.reserve(digits.size() + count * regional.groupSeparator.size());
+    std::size_t from = 0;
+    while (count > 0) {
+        const std::size_t cut = cuts[--count];
+        text += digits.substr(from, cut - from);
+        text += regional.groupSeparator;
+        from = cut;
+    }
+    text += digits.substr(from);
     return text;
 }
 
 std::wstring tenthsText(std::int32_t tenths, const RegionalSettings& regional) {
     const std::int64_t magnitude = std::abs(static_cast<std::int64_t>(tenths));
     std::wstring text = tenths < 0 ? L"-" : L"";
-    text += std::to_wstring(magnitude / 10);
+    appendDecimal(text, static_cast<std::uint64_t>(magnitude / 10));
     text += regional.decimalSeparator;
-    text += std::to_wstring(magnitude % 10);
+    appendDecimal(text, static_cast<std::uint64_t>(magnitude % 10));
     return text;
 }
 
@@ -126,17 +182,15 @@ std::wstring shortDateText(const CalendarDate& date, const RegionalSettings& reg
 }
 
 std::wstring shortTimeText(const ClockTime& time, const RegionalSettings& regional) {
-    return twoDigits(time.hour) + regional.timeSeparator + twoDigits(time.minute);
+    return padded(time.hour, 2) + regional.timeSeparator + padded(time.minute, 2);
 }
 
 std::wstring yearMonthDayText(const CalendarDate& date, const RegionalSettings& regional) {
-    return twoDigits(yearOfCentury(date.year)) + regional.dateSeparator + twoDigits(date.month) +
-           regional.dateSeparator + twoDigits(date.day);
+    return joined(yearOfCentury(date.year), date.month, date.day, regional.dateSeparator);
 }
 
 std::wstring hourMinuteSecondText(const ClockTime& time, const RegionalSettings& regional) {
-    return twoDigits(time.hour) + regional.timeSeparator + twoDigits(time.minute) + regional.timeSeparator +
-           twoDigits(time.second);
+    return joined(time.hour, time.minute, time.second, regional.timeSeparator);
 }
 
 }  // namespace tovar

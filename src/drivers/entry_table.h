@@ -65,6 +65,9 @@ private:
     };
     static_assert(sizeof(Row) <= 56);
 
+    /// Path of the name in scratch_, of which nothing but the path is left whole.
+    std::wstring_view cutToPath(std::size_t nameStart);
+
     ChunkedList<Row> rows_;
     TextArena names_;
     InternedTexts folders_;
@@ -72,7 +75,7 @@ private:
     std::uint32_t lastAttributes_ = 0;
     std::uint32_t lastType_ = 0;
     std::uint32_t lastFolder_ = 0;
-    std::wstring scratch_;
+    std::wstring scratch_;  ///< the stored name with "\" for "/"
 };
 
 }  // namespace tovar

@@ -15,8 +15,8 @@ constexpr std::wstring_view kLineEnd = L"\r\n";
 
 // The total is kept in single precision; a register of the processor may hold more.
 void addInSinglePrecision(float& total, std::uint64_t bytes) {
-    volatile float sum = static_cast<float>(bytes);
-    sum = total + sum;
+    volatile float sum = total;
+    sum = sum + static_cast<float>(bytes);
     total = sum;
 }
 

@@ -16,7 +16,7 @@
 namespace tovar {
 namespace {
 
-constexpr std::size_t kPieceSize = 64 * 1024;
+constexpr std::size_t kPieceSize = 65536;
 constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
 
 SystemErrorCode lastError() noexcept { return static_cast<SystemErrorCode>(errno); }

@@ -10,13 +10,14 @@
 namespace tovar {
 namespace {
 
-constexpr std::size_t kPieceSize = 64 * 1024;
+constexpr std::size_t kPieceSize = 65536;
 
 std::uint64_t joined(DWORD high, DWORD low) noexcept { return (static_cast<std::uint64_t>(high) << 32) | low; }
 
+// A reparse point whose tag says that it stands for another name. Wine tells no tag.
 bool isLink(const WIN32_FIND_DATAW& found) noexcept {
-    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           (found.dwReserved0 == IO_REPARSE_TAG_SYMLINK || found.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+    const DWORD tag = found.dwReserved0;
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && (tag == 0 || IsReparseTagNameSurrogate(tag));
 }
 
 // Local time by the rules of the file's own date, as the system's folder windows show it.

@@ -147,9 +147,9 @@ void PathOperations::ScanFolder(std::wstring_view folder, std::wstring_view patt
 std::wstring PathOperations::FileVersionText(std::wstring_view path) const {
     if (path.empty()) return {};
     const auto version = information_.fileVersion(std::wstring(path));
-    // Empty and not "0.0.0.0": who asks takes an empty text for "nothing to work with", and a module of which nobody
-    // can tell the version is that.
-    if (!version) return {};
+    // Not empty: who asks takes an empty text for "no such library", and a user's library without a version resource
+    // works as well as any other.
+    if (!version) return L"0.0.0.0";
     return versionHalfText(version->mostSignificant) + L'.' + versionHalfText(version->leastSignificant);
 }
 

@@ -60,7 +60,8 @@ public:
     void ScanFolder(std::wstring_view folder, std::wstring_view pattern, std::int32_t& fileCount, float& totalBytes,
                     bool recurse) const;
 
-    /// @return the file version of a module as "a.b.c.d"; empty for an empty path and a file without version resource
+    /// @return the file version of a module as "a.b.c.d"; empty for an empty path, "0.0.0.0" for a file
+    ///         without version resource
     /// Throws std::overflow_error when b or d is above 32767.
     [[nodiscard]] std::wstring FileVersionText(std::wstring_view path) const;
 

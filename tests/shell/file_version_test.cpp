@@ -35,9 +35,9 @@ TEST(FileVersionText, IsEmptyForAnEmptyPath) {
     EXPECT_EQ(shell.operations.FileVersionText(L""), L"");
 }
 
-TEST(FileVersionText, IsEmptyWithoutVersionResource) {
+TEST(FileVersionText, IsAllZeroWithoutVersionResource) {
     test::FakeShell shell;
-    EXPECT_EQ(shell.operations.FileVersionText(kLibrary), L"");
+    EXPECT_EQ(shell.operations.FileVersionText(kLibrary), L"0.0.0.0");
 }
 
 }  // namespace

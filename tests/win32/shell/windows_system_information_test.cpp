@@ -42,22 +42,22 @@ TEST_F(VersionTest, OverflowsOnALowWordAbove32767) {
                  std::overflow_error);
 }
 
-TEST_F(VersionTest, IsEmptyWithoutResource) {
+TEST_F(VersionTest, IsAllZeroWithoutResource) {
     ASSERT_TRUE(operations.IsPlainFile(beside(L"version_none.dll")));
-    EXPECT_EQ(operations.FileVersionText(beside(L"version_none.dll")), L"");
+    EXPECT_EQ(operations.FileVersionText(beside(L"version_none.dll")), L"0.0.0.0");
 }
 
-TEST_F(VersionTest, IsEmptyForWhatIsNoModule) {
+TEST_F(VersionTest, IsAllZeroForWhatIsNoModule) {
     const test::TemporaryFolder folder;
     std::ofstream(std::filesystem::path(folder / L"text.dll")) << "no module at all";
     std::ofstream(std::filesystem::path(folder / L"empty.dll"));
     std::ofstream(std::filesystem::path(folder / L"half.dll"), std::ios::binary)
         << "MZ" << std::string(58, '\0') << "\xFF\xFF\xFF\x7F";
     for (const wchar_t* name : {L"text.dll", L"empty.dll", L"half.dll", L"none.dll", L""}) {
-        EXPECT_EQ(operations.FileVersionText(folder / name), L"") << name;
+        EXPECT_EQ(operations.FileVersionText(folder / name), L"0.0.0.0") << name;
     }
-    EXPECT_EQ(operations.FileVersionText(folder / std::wstring(32000, L'n')), L"");
-    EXPECT_EQ(operations.FileVersionText(beside(L"version_5_66_3_7.dll") + std::wstring(L"\0x", 2)), L"");
+    EXPECT_EQ(operations.FileVersionText(folder / std::wstring(32000, L'n')), L"0.0.0.0");
+    EXPECT_EQ(operations.FileVersionText(beside(L"version_5_66_3_7.dll") + std::wstring(L"\0x", 2)), L"0.0.0.0");
 }
 
 TEST_F(VersionTest, IsReadFromSystemLibraries) {

@@ -57,11 +57,11 @@ public:
 private:
     struct Row {
         EntryRecord record;
-        const wchar_t* name;
-        std::uint32_t nameLength;
-        std::uint32_t folder;      ///< number in folders_
-        std::uint32_t attributes;  ///< number in labels_
-        std::uint32_t type;        ///< likewise
+        const wchar_t* name = nullptr;
+        std::uint32_t nameLength = 0;
+        std::uint32_t folder = 0;      ///< number in folders_
+        std::uint32_t attributes = 0;  ///< number in labels_
+        std::uint32_t type = 0;        ///< likewise
     };
     static_assert(sizeof(Row) <= 56);
 

@@ -18,7 +18,7 @@ public:
     void clear() noexcept;
 
 private:
-    static constexpr std::size_t kBlock = 32 * 1024;  ///< characters in a block
+    static constexpr std::size_t kBlock = 32'768;  ///< characters in a block
 
     std::vector<std::unique_ptr<wchar_t[]>> blocks_;
     wchar_t* free_ = nullptr;

@@ -13,7 +13,7 @@ LibraryFinder::LibraryFinder(const SystemPaths& paths, const FileSystem& files, 
 
 std::wstring LibraryFinder::find(std::wstring_view library) const {
     const std::wstring file = moduleFileName(library);
-    const std::wstring found = paths_.searchPath(file);
+    std::wstring found = paths_.searchPath(file);
     if (!found.empty() && !liesBelowCurrentFolder(found)) {
         return found;
     }

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] std::wstring_view text() const { return {characters_.data() + start_, kMost - start_}; }
 
 private:
-    std::array<wchar_t, kMost> characters_;
+    std::array<wchar_t, kMost> characters_{};
     std::size_t start_ = kMost;
 };
 
@@ -48,7 +48,7 @@ std::wstring padded(int number, std::size_t width) {
 
 std::wstring joined(int first, int second, int third, const std::wstring& separator) {
     std::wstring text;
-    text.reserve(3 * 2 + 2 * separator.size());
+    text.reserve(6 + 2 * separator.size());
     appendPadded(text, first, 2);
     text += separator;
     appendPadded(text, second, 2);
@@ -65,7 +65,7 @@ public:
     explicit GroupSizes(std::wstring_view grouping) {
         for (const wchar_t each : grouping) {
             if (each >= L'1' && each <= L'9' && count_ < sizes_.size()) {
-                sizes_[count_++] = static_cast<std::size_t>(each - L'0');
+                sizes_[count_++] = static_cast<std::uint8_t>(each - L'0');
             }
         }
         repeatsLast_ = grouping.ends_with(L'0') && count_ > 0;
@@ -78,7 +78,7 @@ public:
     }
 
 private:
-    std::array<std::size_t, Digits::kMost> sizes_{};
+    std::array<std::uint8_t, Digits::kMost> sizes_{};
     std::size_t count_ = 0;
     bool repeatsLast_ = false;
 };
@@ -131,24 +131,19 @@ std::size_t copyQuoted(std::wstring_view picture, std::size_t position, std::wst
 std::wstring groupedNumber(std::uint64_t number, const RegionalSettings& regional) {
     if (number == 0) return {};
     const GroupSizes sizes(regional.grouping);
-    const Digits number10(number);
-    const std::wstring_view digits = number10.text();
-    std::array<std::size_t, Digits::kMost> cuts;  // before which digit a separator stands, from the right
-    std::size_t count = 0;
-    for (std::size_t left = digits.size(); left > sizes.at(count);) {
-        left -= sizes.at(count);
-        cuts[count++] = left;
+    const Digits decimal(number);
+    std::wstring_view digits = decimal.text();
+    std::size_t separators = 0;
+    for (std::size_t left = digits.size(); left > sizes.at(separators); ++separators) left -= sizes.at(separators);
+
+    std::wstring text(digits.size() + separators * regional.groupSeparator.size(), L'\0');
+    auto end = text.end();  // what stands behind it is done
+    for (std::size_t group = 0; group < separators; ++group) {
+        end = std::copy_backward(digits.end() - static_cast<std::ptrdiff_t>(sizes.at(group)), digits.end(), end);
+        end = std::ranges::copy_backward(regional.groupSeparator, end).out;
+        digits.remove_suffix(sizes.at(group));
     }
-    std::wstring text;
-    text.reserve(digits.size() + count * regional.groupSeparator.size());
-    std::size_t from = 0;
-    while (count > 0) {
-        const std::size_t cut = cuts[--count];
-        text += digits.substr(from, cut - from);
-        text += regional.groupSeparator;
-        from = cut;
-    }
-    text += digits.substr(from);
+    std::ranges::copy_backward(digits, end);
     return text;
 }
 

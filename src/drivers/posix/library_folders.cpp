@@ -10,7 +10,7 @@ namespace {
 /// Archiver libraries are no system libraries here: they lie beside the program that uses them.
 class PosixLibraryFolders final : public LibraryFolders {
 public:
-    std::vector<std::wstring> searchOrder() const override {
+    [[nodiscard]] std::vector<std::wstring> searchOrder() const override {
         std::error_code error;
         const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
         if (error) {

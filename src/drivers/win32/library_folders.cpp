@@ -37,7 +37,7 @@ void appendPathVariable(std::vector<std::wstring>& folders) {
 /// Source: Windows SDK documentation, SearchPathW
 class WindowsLibraryFolders final : public LibraryFolders {
 public:
-    std::vector<std::wstring> searchOrder() const override {
+    [[nodiscard]] std::vector<std::wstring> searchOrder() const override {
         std::vector<std::wstring> folders;
         folders.push_back(programFolder());
         folders.push_back(textOfSystem(&::GetSystemDirectoryW));

@@ -18,6 +18,7 @@ using UniqueLibrary = std::unique_ptr<std::remove_pointer_t<HMODULE>, CloseWith<
 using UniqueFind = std::unique_ptr<void, CloseWith<&::FindClose>>;
 using UniqueHandle = std::unique_ptr<void, CloseWith<&::CloseHandle>>;
 using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, CloseWith<&::DeleteObject>>;
+using UniqueIcon = std::unique_ptr<std::remove_pointer_t<HICON>, CloseWith<&::DestroyIcon>>;
 using UniqueWindow = std::unique_ptr<std::remove_pointer_t<HWND>, CloseWith<&::DestroyWindow>>;
 
 /// One meaning of "none": nullptr, also for functions that answer INVALID_HANDLE_VALUE.

@@ -1,0 +1,15 @@
+#pragma once
+#include <windows.h>
+
+namespace tovar {
+
+/// @return dots per inch at which the window is shown; 96 is the size that layouts are written in
+[[nodiscard]] int dpiOf(HWND window) noexcept;
+
+/// @param length  at 96 dots per inch
+[[nodiscard]] int scaled(int length, int dpi) noexcept;
+
+/// @return the font of the desktop's messages, at the window's size; the caller owns it; null on failure
+[[nodiscard]] HFONT createMessageFont(HWND window) noexcept;
+
+}  // namespace tovar

@@ -115,14 +115,14 @@ std::uint16_t LibraryCore::arcRatio(ArchiveHandle archive) noexcept {
 std::uint16_t LibraryCore::arcDate(ArchiveHandle archive) noexcept {
     return onArchive(archive, kNoWord, [](const OpenedArchive& opened) {
         const std::optional<Moment> changed = lastWriteTime(opened.file());
-        return changed.has_value() ? localOfUtc(*changed).date : kNoWord;
+        return changed.has_value() ? dosStampOf(*changed).date : kNoWord;
     });
 }
 
 std::uint16_t LibraryCore::arcTime(ArchiveHandle archive) noexcept {
     return onArchive(archive, kNoWord, [](const OpenedArchive& opened) {
         const std::optional<Moment> changed = lastWriteTime(opened.file());
-        return changed.has_value() ? localOfUtc(*changed).time : kNoWord;
+        return changed.has_value() ? dosStampOf(*changed).time : kNoWord;
     });
 }
 

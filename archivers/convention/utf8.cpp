@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "archivers/convention/text_codec.h"
+#include "archivers/formats/utf8.h"
 
 namespace archiver {
 
@@ -19,7 +20,7 @@ public:
         result.reserve(text.size());
         while (!text.empty()) {
             const DecodedCharacter next = decodeCharacter(text);
-            appendCharacter(next.value, result);
+            appendUtf8(next.value, result);
             text.remove_prefix(next.length);
         }
         return result;
@@ -86,25 +87,6 @@ DecodedCharacter decodeCharacter(std::string_view utf8) noexcept {
         return {};
     }
     return {value, length, true};
-}
-
-void appendCharacter(char32_t character, std::string& utf8) {
-    const auto add = [&utf8](char32_t byte) { utf8.push_back(static_cast<char>(byte)); };
-    if (character < 0x80) {
-        add(character);
-    } else if (character < 0x800) {
-        add(0xC0 | (character >> 6));
-        add(0x80 | (character & 0x3F));
-    } else if (character < 0x10000) {
-        add(0xE0 | (character >> 12));
-        add(0x80 | ((character >> 6) & 0x3F));
-        add(0x80 | (character & 0x3F));
-    } else {
-        add(0xF0 | (character >> 18));
-        add(0x80 | ((character >> 12) & 0x3F));
-        add(0x80 | ((character >> 6) & 0x3F));
-        add(0x80 | (character & 0x3F));
-    }
 }
 
 bool isPlainAscii(std::string_view text) noexcept {

@@ -1,6 +1,5 @@
 #pragma once
 #include <cstddef>
-#include <string>
 #include <string_view>
 
 /// UTF-8 by RFC 3629: overlong forms, surrogates and values above U+10FFFF are no characters.
@@ -16,8 +15,6 @@ struct DecodedCharacter {
 
 /// Reads the first character of a text that is not empty.
 DecodedCharacter decodeCharacter(std::string_view utf8) noexcept;
-
-void appendCharacter(char32_t character, std::string& utf8);
 
 /// Whether every byte is a character of its own in UTF-8 and in every ANSI code page, and none is NUL.
 bool isPlainAscii(std::string_view text) noexcept;

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "archivers/convention/utf8.h"
+#include "archivers/formats/utf8.h"
 #include "convention/fake_library.h"
 
 namespace archiver {
@@ -26,7 +27,7 @@ public:
     [[nodiscard]] std::string decode(std::string_view text) const override {
         std::string utf8;
         for (const char byte : text) {
-            appendCharacter(static_cast<unsigned char>(byte), utf8);
+            appendUtf8(char32_t{static_cast<unsigned char>(byte)}, utf8);
         }
         return utf8;
     }

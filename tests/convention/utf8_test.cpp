@@ -50,14 +50,6 @@ INSTANTIATE_TEST_SUITE_P(Texts, DecodeCharacter,
                                            CharacterCase{"LeadAlone", "\xE8", false, kNoCharacter, 1}),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST(AppendCharacter, WritesEachLength) {
-    std::string text;
-    for (const char32_t character : {0x41, 0x7F, 0x80, 0x7FF, 0x800, 0xFFFF, 0x10000, 0x10FFFF}) {
-        appendCharacter(character, text);
-    }
-    EXPECT_EQ(text, "A\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
-}
-
 TEST(IsPlainAscii, LooksAtEveryByte) {
     EXPECT_TRUE(isPlainAscii(""));
     EXPECT_TRUE(isPlainAscii("docs/read me.txt"));

@@ -9,9 +9,6 @@ namespace archiver {
 
 namespace {
 
-constexpr DosMoment kEarliest{0x0021, 0x0000};  // 1980-01-01 00:00:00
-constexpr DosMoment kLast{0xFF9F, 0xBF7D};      // 2107-12-31 23:59:58
-
 /// A locale that knows the letters of all scripts, whatever locale the process has.
 locale_t letters() noexcept {
     static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
@@ -20,7 +17,7 @@ locale_t letters() noexcept {
 
 }  // namespace
 
-std::optional<Moment> utcOfLocal(DosMoment local) noexcept {
+std::optional<Moment> utcOfLocal(DosStamp local) noexcept {
     tm fields{};
     fields.tm_year = (local.date >> 9) + 80;
     fields.tm_mon = ((local.date >> 5) & 0x0F) - 1;
@@ -37,22 +34,6 @@ std::optional<Moment> utcOfLocal(DosMoment local) noexcept {
         return std::nullopt;
     }
     return Moment{seconds, 0};
-}
-
-DosMoment localOfUtc(Moment moment) noexcept {
-    const time_t seconds = moment.seconds;
-    tm fields{};
-    if (localtime_r(&seconds, &fields) == nullptr) {
-        return moment.seconds < 0 ? kEarliest : kLast;
-    }
-    if (fields.tm_year < 80) {
-        return kEarliest;
-    }
-    if (fields.tm_year > 207) {
-        return kLast;
-    }
-    return {static_cast<std::uint16_t>((fields.tm_year - 80) << 9 | (fields.tm_mon + 1) << 5 | fields.tm_mday),
-            static_cast<std::uint16_t>(fields.tm_hour << 11 | fields.tm_min << 5 | fields.tm_sec / 2)};
 }
 
 std::optional<Moment> lastWriteTime(const std::filesystem::path& file) noexcept {

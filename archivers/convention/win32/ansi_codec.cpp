@@ -5,6 +5,7 @@
 
 #include "archivers/convention/text_codec.h"
 #include "archivers/convention/utf8.h"
+#include "archivers/formats/utf8.h"
 
 namespace archiver {
 
@@ -61,19 +62,8 @@ public:
     Written encode(std::string_view utf8, char* buffer, std::size_t size) const noexcept override;
 
     [[nodiscard]] std::string decode(std::string_view text) const override {
-        const std::wstring wide = decodeWide(text);
         std::string utf8;
-        utf8.reserve(wide.size());
-        for (std::size_t index = 0; index < wide.size(); ++index) {
-            char32_t character = wide[index];
-            const bool high = character >= 0xD800 && character <= 0xDBFF;
-            if (high && index + 1 < wide.size() && wide[index + 1] >= 0xDC00 && wide[index + 1] <= 0xDFFF) {
-                character = 0x10000 + ((character - 0xD800) << 10) + (wide[++index] - 0xDC00U);
-            } else if (character >= 0xD800 && character <= 0xDFFF) {
-                character = kNoCharacter;
-            }
-            appendCharacter(character, utf8);
-        }
+        appendUtf8(decodeWide(text), utf8);
         return utf8;
     }
 

@@ -11,7 +11,6 @@ set(ARCHIVER_FUNCTIONS
     GetArcFileSizeEx GetArcOriginalSizeEx GetArcCompressedSizeEx SetOwnerWindowEx KillOwnerWindowEx GetSubVersion
     SetUnicodeMode)
 
-
 # archiver_library(NAME PREFIX prefix VERSION n.nn DESCRIPTION text SOURCES file... [FUNCTIONS name...] [LINKS library...])
 #
 # One archiver library, NAME.dll (NAME.so elsewhere): the exported functions under its prefix and a version resource.
@@ -22,26 +21,35 @@ function(archiver_library name)
     target_link_libraries(${name} PRIVATE archiver_convention ${arg_LINKS})
     set_target_properties(${name} PROPERTIES PREFIX "")
     tovar_warnings(${name})
+    archiver_exports(${name} "${arg_PREFIX}" "${arg_FUNCTIONS}")
     if(WIN32)
-        archiver_module_definition(${name} "${arg_PREFIX}" "${arg_FUNCTIONS}")
         archiver_version_resource(${name} "${arg_VERSION}" "${arg_DESCRIPTION}")
     endif()
 endfunction()
 
-# The names of stdcall functions without their decoration.
-function(archiver_module_definition name prefix additional)
-    set(lines "LIBRARY \"${name}.dll\"\nEXPORTS\n")
+# Exports the functions and nothing else: in Windows by a module definition, which gives the names of stdcall functions
+# without their decoration; elsewhere by a version script.
+function(archiver_exports name prefix additional)
     foreach(function ${ARCHIVER_FUNCTIONS} ${additional})
         if(function MATCHES "^([A-Za-z]*)=([0-9]+)$")
-            string(APPEND lines "    ${prefix}${CMAKE_MATCH_1} @${CMAKE_MATCH_2}\n")
+            string(APPEND definition "    ${prefix}${CMAKE_MATCH_1} @${CMAKE_MATCH_2}\n")
+            string(APPEND symbols " ${prefix}${CMAKE_MATCH_1};")
         else()
-            string(APPEND lines "    ${prefix}${function}\n")
+            string(APPEND definition "    ${prefix}${function}\n")
+            string(APPEND symbols " ${prefix}${function};")
         endif()
     endforeach()
-    set(definition "${CMAKE_CURRENT_BINARY_DIR}/${name}.def")
-    file(CONFIGURE OUTPUT "${definition}" CONTENT "${lines}" @ONLY)
-    target_sources(${name} PRIVATE "${definition}")
-    target_link_options(${name} PRIVATE -Wl,--enable-stdcall-fixup)
+    if(WIN32)
+        set(file "${CMAKE_CURRENT_BINARY_DIR}/${name}.def")
+        file(CONFIGURE OUTPUT "${file}" CONTENT "LIBRARY \"${name}.dll\"\nEXPORTS\n${definition}" @ONLY)
+        target_sources(${name} PRIVATE "${file}")
+        target_link_options(${name} PRIVATE -Wl,--enable-stdcall-fixup)
+    else()
+        set(file "${CMAKE_CURRENT_BINARY_DIR}/${name}.map")
+        file(CONFIGURE OUTPUT "${file}" CONTENT "{ global:${symbols} local: *; };\n" @ONLY)
+        target_link_options(${name} PRIVATE "-Wl,--version-script=${file}")
+        set_target_properties(${name} PROPERTIES LINK_DEPENDS "${file}")
+    endif()
 endfunction()
 
 # "5.40" gives the file version 5.40.0.0.

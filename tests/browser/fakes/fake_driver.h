@@ -29,6 +29,7 @@ public:
     std::vector<std::wstring> listed;  ///< files that SetArcFile was called for
     std::vector<WindowHandle> owners;  ///< the owner window at each of these calls
     ContentsColumns columns;
+    mutable int namesRead = 0;
 
     FakeDriver() = default;
     explicit FakeDriver(const std::vector<std::wstring>& storedNames) {
@@ -57,7 +58,10 @@ public:
     }
 
     [[nodiscard]] const EntryTable& entries() const override { return table_; }
-    [[nodiscard]] std::wstring FileName(std::uint32_t index) const override { return std::wstring(table_.name(index)); }
+    [[nodiscard]] std::wstring FileName(std::uint32_t index) const override {
+        ++namesRead;
+        return std::wstring(table_.name(index));
+    }
     [[nodiscard]] std::wstring FilePath(std::uint32_t index) const override { return std::wstring(table_.path(index)); }
     [[nodiscard]] std::wstring FileOriginal(std::uint32_t index) const override {
         return groupedNumber(table_.record(index).original, regional);

@@ -1,0 +1,47 @@
+#pragma once
+#include <windows.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "shell/message_boxes.h"
+
+namespace tovar {
+
+/// What keys in the address box's text field do.
+class AddressKeys {
+public:
+    virtual ~AddressKeys() = default;
+    virtual void onAddressEnter() = 0;
+    virtual void onAddressEscape() = 0;
+    virtual void onAddressTab(bool backwards) = 0;
+};
+
+/// The address box `cmbURL`: a text field with the history of addresses below it.
+class AddressBox {
+public:
+    /// @return false on failure
+    bool create(HWND parent, AddressKeys& keys, MessageBoxes& messages);
+    /// The window that holds the box is about to go.
+    void release();
+    [[nodiscard]] HWND hwnd() const noexcept { return box_; }
+
+    void add(std::wstring_view address);
+    void choose(std::size_t index);
+    void moveCaretToEnd();
+    [[nodiscard]] std::wstring text() const;
+    /// @return the text of the entry chosen in the list
+    [[nodiscard]] std::wstring chosenText() const;
+
+private:
+    static LRESULT CALLBACK editProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    static bool wantsKey(HWND edit, LPARAM lParam) noexcept;
+    static bool isListOpen(HWND edit) noexcept;
+    /// @return whether the key was one of the box's
+    static bool onKey(AddressKeys& keys, HWND edit, UINT message, WPARAM key);
+
+    HWND box_ = nullptr, edit_ = nullptr;
+};
+
+}  // namespace tovar

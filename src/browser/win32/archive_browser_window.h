@@ -1,0 +1,139 @@
+#pragma once
+#include <windows.h>
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "browser/archive_browser.h"
+#include "browser/browser_presenter.h"
+#include "browser/browser_view.h"
+#include "browser/file_types.h"
+#include "browser/win32/address_box.h"
+#include "browser/win32/browser_toolbar.h"
+#include "browser/win32/contents_view.h"
+#include "browser/win32/folder_tree.h"
+#include "browser/win32/splitter.h"
+#include "shell/file_system.h"
+#include "shell/message_boxes.h"
+#include "shell/regional.h"
+#include "shell/win32/form_fonts.h"
+#include "shell/win32/handles.h"
+#include "shell/win32/window.h"
+
+namespace tovar {
+
+/// What the browser window needs from outside. All of it but the regional settings outlives the window.
+struct BrowserWindowPorts {
+    const FileSystem& files;
+    FileTypes& desktop;
+    MessageBoxes& messages;
+    RegionalSettings regional;
+};
+
+/// The archive browser window `fArcMain`: a folder tree beside a contents list, an address box and a toolbar above
+/// them, a status bar below.
+class fArcMain final : public ArchiveBrowser, private Window, private BrowserView, private AddressKeys {
+public:
+    /// Creates the window, hidden; hWnd() is null when that failed.
+    fArcMain(const BrowserRequest& request, const BrowserWindowPorts& ports, std::function<void()> onUnloaded);
+    ~fArcMain() override;
+
+    [[nodiscard]] WindowHandle hWnd() const override { return hwnd(); }
+    bool FillControl(std::wstring_view folderKey) override;
+    void suspendPainting(bool suspended) override;
+    void showModeless() override;
+    void unload() override;
+
+private:
+    // Window
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void onGone() override;
+
+    // BrowserView
+    void setTitle(std::wstring_view title) override;
+    void clear() override;
+    void showFolders() override;
+    void selectFolder(Folder folder, bool expand) override;
+    void showContents() override;
+    void moveRows(std::span<const std::uint32_t> newRows) override;
+    void addAddress(std::wstring_view address) override;
+    void chooseAddress(std::size_t index) override;
+    void moveAddressCaretToEnd() override;
+    void enableGoUp(bool enabled) override;
+    void setStatus(std::wstring_view text) override;
+
+    // AddressKeys
+    void onAddressEnter() override;
+    void onAddressEscape() override;
+    void onAddressTab(bool backwards) override;
+
+    // Messages
+    std::optional<LRESULT> onCreate(WPARAM, LPARAM);
+    std::optional<LRESULT> onDestroy(WPARAM, LPARAM);
+    std::optional<LRESULT> onClose(WPARAM, LPARAM);
+    std::optional<LRESULT> onSize(WPARAM, LPARAM);
+    std::optional<LRESULT> onMinimumSize(WPARAM, LPARAM lParam);
+    std::optional<LRESULT> onFocus(WPARAM, LPARAM);
+    std::optional<LRESULT> onFocusMoved(WPARAM, LPARAM);
+    std::optional<LRESULT> onFolderClosed(WPARAM, LPARAM);
+    std::optional<LRESULT> onMouseActivate(WPARAM, LPARAM);
+    std::optional<LRESULT> onSetCursor(WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> onButtonDown(WPARAM, LPARAM lParam);
+    std::optional<LRESULT> onMouseMove(WPARAM, LPARAM lParam);
+    std::optional<LRESULT> onButtonUp(WPARAM, LPARAM);
+    std::optional<LRESULT> onCaptureLost(WPARAM, LPARAM);
+    std::optional<LRESULT> onScaleChanged(WPARAM, LPARAM);
+    std::optional<LRESULT> onCommand(WPARAM wParam, LPARAM);
+    std::optional<LRESULT> onNotify(WPARAM, LPARAM lParam);
+
+    // Commands
+    void onGoUp();
+    void onAddressChosen();
+    void onControlFocus();
+
+    // Notifications
+    LRESULT onPaneFocus(NMHDR& header);
+    LRESULT onTreeExpanding(NMHDR& header);
+    LRESULT onTreeExpanded(NMHDR& header);
+    LRESULT onTreeSelected(NMHDR& header);
+    LRESULT onTreeKey(NMHDR& header);
+    LRESULT onListText(NMHDR& header);
+    LRESULT onListFind(NMHDR& header);
+    LRESULT onListSelection(NMHDR& header);
+    LRESULT onListDoubleClick(NMHDR& header);
+    LRESULT onListEnter(NMHDR& header);
+    LRESULT onListKey(NMHDR& header);
+    LRESULT onListHeader(NMHDR& header);
+
+    bool createControls();
+    void applyFonts();
+    void layOut();
+    void openRow(int row);
+    void moveFocus(bool backwards);
+    bool onNavigationKey(WORD key);
+
+    std::function<void()> onUnloaded_;
+    MessageBoxes& messages_;
+    FileTypes& desktop_;
+    std::wstring fontName_;
+    UniqueFont systemFont_;
+    FormFonts hostFonts_;
+    UniqueIcon icon_;
+    HWND status_ = nullptr;
+    HWND lastFocus_ = nullptr;
+    BrowserToolbar toolbar_;
+    AddressBox address_;
+    FolderTree tree_;
+    ContentsView list_;
+    Splitter splitter_;
+    BrowserPresenter presenter_;
+    bool selecting_ = false;
+    bool captionActive_ = false;
+    bool closeWanted_ = false;
+    bool paintingSuspended_ = false;
+};
+
+}  // namespace tovar

@@ -1,0 +1,70 @@
+#pragma once
+#include <windows.h>
+// windows.h first
+#include <commctrl.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "browser/contents_list.h"
+#include "shell/message_boxes.h"
+
+namespace tovar {
+
+/// The contents list `LV1`: a report whose rows are asked for when they are painted.
+class ContentsView {
+public:
+    /// @return false on failure
+    bool create(HWND parent, MessageBoxes& messages);
+    /// The window that holds the list is about to go.
+    void release();
+    [[nodiscard]] HWND hwnd() const noexcept { return list_; }
+
+    /// No rows and no columns.
+    void clear();
+    /// @param contents  must outlive what the list shows
+    void show(const ContentsList& contents);
+    /// Takes the selection along to the rows' new places.
+    void moveRows(std::span<const std::uint32_t> newRows);
+
+    /// @return whether the selection changes by the program's hand now
+    [[nodiscard]] bool isChanging() const noexcept { return changing_ != 0; }
+    [[nodiscard]] std::uint32_t selectedCount() const;
+    /// @return the row with the focus; -1 = none
+    [[nodiscard]] int focusedRow() const;
+
+    // Answers to the list's questions.
+    void onGetDisplayInfo(LVITEMW& item);
+    /// @return the row found; -1 = none
+    [[nodiscard]] int onFindItem(const NMLVFINDITEMW& find) const;
+
+private:
+    class Changing {
+    public:
+        explicit Changing(ContentsView& view) : view_(view) { ++view_.changing_; }
+        ~Changing() { --view_.changing_; }
+        Changing(const Changing&) = delete;
+        Changing& operator=(const Changing&) = delete;
+
+    private:
+        ContentsView& view_;
+    };
+
+    static LRESULT CALLBACK keyProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+    void showColumns();
+    void showSortArrow();
+    void setState(int row, UINT state, UINT mask);
+    [[nodiscard]] int columnWidth(HDC device, const ContentsColumn& column) const;
+
+    HWND list_ = nullptr;
+    const ContentsList* contents_ = nullptr;
+    int changing_ = 0;
+    std::array<std::wstring, 4> shownTexts_;  ///< the list reads a text some time after it was given
+    std::size_t nextText_ = 0;
+};
+
+}  // namespace tovar

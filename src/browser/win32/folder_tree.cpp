@@ -1,0 +1,100 @@
+#include "browser/win32/folder_tree.h"
+
+#include <string>
+
+#include "browser/win32/browser_controls.h"
+#include "browser/win32/child_control.h"
+#include "shell/win32/system_icons.h"
+
+namespace tovar {
+
+bool FolderTree::create(HWND parent) {
+    tree_ = createControl(
+        parent, WC_TREEVIEWW, L"Folders",
+        WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
+        WS_EX_CLIENTEDGE, TV1);
+    if (tree_ == nullptr) return false;
+    ::SendMessageW(tree_, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(SystemImageList(SHGFI_SMALLICON)));
+    return true;
+}
+
+void FolderTree::setIcons(int closed, int open) {
+    closedIcon_ = closed;
+    openIcon_ = open;
+}
+
+void FolderTree::clear() {
+    const RedrawPause pause(tree_);
+    folders_ = nullptr;
+    items_.clear();
+    ::SendMessageW(tree_, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+}
+
+void FolderTree::show(const FolderModel& folders) {
+    clear();
+    folders_ = &folders;
+    items_.assign(folders.size(), nullptr);
+    const RedrawPause pause(tree_);
+    insert(FolderModel::kRoot, TVI_ROOT);
+    expand(FolderModel::kRoot);
+}
+
+void FolderTree::insert(Folder folder, HTREEITEM parent) {
+    std::wstring text(folders_->text(folder));
+    TVINSERTSTRUCTW place{};
+    place.hParent = parent;
+    place.hInsertAfter = TVI_LAST;
+    place.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM | TVIF_CHILDREN;
+    place.item.pszText = text.data();
+    place.item.iImage = closedIcon_;
+    place.item.iSelectedImage = openIcon_;
+    place.item.lParam = static_cast<LPARAM>(folder);
+    place.item.cChildren = folders_->children(folder).empty() ? 0 : 1;
+    items_[folder] =
+        reinterpret_cast<HTREEITEM>(::SendMessageW(tree_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&place)));
+}
+
+void FolderTree::insertChildren(Folder folder) {
+    if (folders_ == nullptr || folder >= items_.size() || items_[folder] == nullptr) return;
+    const auto children = folders_->children(folder);
+    if (children.empty() || items_[children.front()] != nullptr) return;
+    const RedrawPause pause(tree_);
+    for (const Folder child : children) insert(child, items_[folder]);
+}
+
+void FolderTree::expand(Folder folder) {
+    insertChildren(folder);
+    ::SendMessageW(tree_, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(items_[folder]));
+}
+
+std::optional<Folder> FolderTree::selected() const {
+    TVITEMW item{};
+    item.mask = TVIF_PARAM;
+    item.hItem = reinterpret_cast<HTREEITEM>(::SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0));
+    if (item.hItem == nullptr || !::SendMessageW(tree_, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item))) {
+        return std::nullopt;
+    }
+    return folderOf(item);
+}
+
+bool FolderTree::isExpanded(Folder folder) const {
+    if (folders_ == nullptr || folder >= items_.size() || folders_->children(folder).empty()) return true;
+    const auto item = reinterpret_cast<WPARAM>(items_[folder]);
+    return (::SendMessageW(tree_, TVM_GETITEMSTATE, item, TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
+}
+
+void FolderTree::select(Folder folder, bool alsoExpand) {
+    if (folders_ == nullptr || folder >= items_.size()) return;
+    std::vector<Folder> above;
+    for (auto each = folders_->parent(folder); each; each = folders_->parent(*each)) above.push_back(*each);
+    {
+        const RedrawPause pause(tree_);
+        for (auto each = above.rbegin(); each != above.rend(); ++each) expand(*each);
+        if (alsoExpand) expand(folder);
+    }
+    const auto item = reinterpret_cast<LPARAM>(items_[folder]);
+    ::SendMessageW(tree_, TVM_SELECTITEM, TVGN_CARET, item);
+    ::SendMessageW(tree_, TVM_ENSUREVISIBLE, 0, item);
+}
+
+}  // namespace tovar

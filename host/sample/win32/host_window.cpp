@@ -133,7 +133,8 @@ bool HostWindow::onCreate() {
         return false;
     }
     component_->setFont(metrics.lfMessageFont.lfFaceName, font_);
-    presenter_ = std::make_unique<HostPresenter>(*this, *component_, reader_);
+    HostView& view = *this;
+    presenter_ = std::make_unique<HostPresenter>(view, *component_, reader_);
     return true;
 }
 
@@ -229,7 +230,7 @@ void HostWindow::showStatus(const std::wstring& text) {
 
 bool HostWindow::start(const std::wstring& path) {
     std::error_code error;
-    const auto full = std::filesystem::absolute(path.empty() ? std::filesystem::path(L".") : path, error);
+    const auto full = std::filesystem::absolute(path.empty() ? L"." : path, error);
     if (std::filesystem::is_directory(full, error)) {
         presenter_->showFolder(full);
         return false;

@@ -3,8 +3,10 @@
 // --report writes one line to standard output as soon as the window shows what it was started with: scripts wait for it
 // before they take a picture or a time.
 
-#include <commctrl.h>
 #include <windows.h>
+
+#include <commctrl.h>
+#include <ole2.h>
 
 #include <cstdio>
 #include <cwchar>

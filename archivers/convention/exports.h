@@ -154,25 +154,29 @@ ARCHIVER_DEFINE(std::int32_t, CloseArchive)(archiver::ArchiveHandle archive) {
     return archiver::library().closeArchive(archive);
 }
 
-// One query by its handle: NAME(archive) and NAME(archive, out), as the core's method answers it.
+// One query by its handle, as the core's method answers it: by its result, or into the caller's text, size or time.
 #define ARCHIVER_QUERY(result, name, method) \
     ARCHIVER_DEFINE(result, name)(archiver::ArchiveHandle archive) { return archiver::library().method(archive); }
 #define ARCHIVER_QUERY_TEXT(name, method)                                                                   \
     ARCHIVER_DEFINE(std::int32_t, name)(archiver::ArchiveHandle archive, char* buffer, std::int32_t size) { \
         return archiver::library().method(archive, buffer, size);                                           \
     }
-#define ARCHIVER_QUERY_INTO(name, method, type)                                             \
-    ARCHIVER_DEFINE(archiver::Bool, name)(archiver::ArchiveHandle archive, type * answer) { \
-        return archiver::library().method(archive, answer);                                 \
+#define ARCHIVER_QUERY_SIZE(name, method)                                                         \
+    ARCHIVER_DEFINE(archiver::Bool, name)(archiver::ArchiveHandle archive, std::int64_t * size) { \
+        return archiver::library().method(archive, size);                                         \
+    }
+#define ARCHIVER_QUERY_TIME(name, method)                                                               \
+    ARCHIVER_DEFINE(archiver::Bool, name)(archiver::ArchiveHandle archive, archiver::FileTime * time) { \
+        return archiver::library().method(archive, time);                                               \
     }
 
 ARCHIVER_QUERY_TEXT(GetArcFileName, arcFileName)
 ARCHIVER_QUERY(std::uint32_t, GetArcFileSize, arcFileSize)
 ARCHIVER_QUERY(std::uint32_t, GetArcOriginalSize, arcOriginalSize)
 ARCHIVER_QUERY(std::uint32_t, GetArcCompressedSize, arcCompressedSize)
-ARCHIVER_QUERY_INTO(GetArcFileSizeEx, arcFileSizeEx, std::int64_t)
-ARCHIVER_QUERY_INTO(GetArcOriginalSizeEx, arcOriginalSizeEx, std::int64_t)
-ARCHIVER_QUERY_INTO(GetArcCompressedSizeEx, arcCompressedSizeEx, std::int64_t)
+ARCHIVER_QUERY_SIZE(GetArcFileSizeEx, arcFileSizeEx)
+ARCHIVER_QUERY_SIZE(GetArcOriginalSizeEx, arcOriginalSizeEx)
+ARCHIVER_QUERY_SIZE(GetArcCompressedSizeEx, arcCompressedSizeEx)
 ARCHIVER_QUERY(std::uint16_t, GetArcRatio, arcRatio)
 ARCHIVER_QUERY(std::uint16_t, GetArcDate, arcDate)
 ARCHIVER_QUERY(std::uint16_t, GetArcTime, arcTime)
@@ -182,8 +186,8 @@ ARCHIVER_QUERY_TEXT(GetFileName, fileName)
 ARCHIVER_QUERY_TEXT(GetMethod, method)
 ARCHIVER_QUERY(std::uint32_t, GetOriginalSize, originalSize)
 ARCHIVER_QUERY(std::uint32_t, GetCompressedSize, compressedSize)
-ARCHIVER_QUERY_INTO(GetOriginalSizeEx, originalSizeEx, std::int64_t)
-ARCHIVER_QUERY_INTO(GetCompressedSizeEx, compressedSizeEx, std::int64_t)
+ARCHIVER_QUERY_SIZE(GetOriginalSizeEx, originalSizeEx)
+ARCHIVER_QUERY_SIZE(GetCompressedSizeEx, compressedSizeEx)
 ARCHIVER_QUERY(std::uint16_t, GetRatio, ratio)
 ARCHIVER_QUERY(std::uint16_t, GetDate, date)
 ARCHIVER_QUERY(std::uint16_t, GetTime, time)
@@ -193,8 +197,8 @@ ARCHIVER_QUERY(std::uint32_t, GetOSType, osType)
 ARCHIVER_QUERY(std::uint32_t, GetWriteTime, writeTime)
 ARCHIVER_QUERY(std::uint32_t, GetCreateTime, createTime)
 ARCHIVER_QUERY(std::uint32_t, GetAccessTime, accessTime)
-ARCHIVER_QUERY_INTO(GetWriteTimeEx, writeTimeEx, archiver::FileTime)
-ARCHIVER_QUERY_INTO(GetCreateTimeEx, createTimeEx, archiver::FileTime)
-ARCHIVER_QUERY_INTO(GetAccessTimeEx, accessTimeEx, archiver::FileTime)
+ARCHIVER_QUERY_TIME(GetWriteTimeEx, writeTimeEx)
+ARCHIVER_QUERY_TIME(GetCreateTimeEx, createTimeEx)
+ARCHIVER_QUERY_TIME(GetAccessTimeEx, accessTimeEx)
 
 }  // extern "C"

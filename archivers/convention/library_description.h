@@ -34,8 +34,8 @@ using CommandFunction = std::int32_t (*)(const CommandContext& context, std::str
 
 /// What makes one archiver library differ from another.
 struct LibraryDescription {
-    const char* prefix;     ///< of the exported names, such as "UnZip"
-    std::uint16_t version;  ///< times 100
+    const char* prefix = "";    ///< of the exported names, such as "UnZip"
+    std::uint16_t version = 0;  ///< times 100
     std::uint16_t subVersion = 0;
     OpenFunction open = nullptr;
     AttributeStyle attributeStyle = AttributeStyle::kFolderFirst;

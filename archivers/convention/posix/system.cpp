@@ -1,9 +1,10 @@
 #include "archivers/convention/system.h"
 
-#include <locale.h>
 #include <sys/stat.h>
-#include <time.h>
-#include <wctype.h>
+
+#include <clocale>
+#include <ctime>
+#include <cwctype>
 
 namespace archiver {
 

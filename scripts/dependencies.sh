@@ -49,12 +49,16 @@ build_libarchive() {
     # Its check for "Bcrypt.h" stumbles over file systems that tell upper from lower case.
     mkdir -p "$deps/build/case"
     echo '#include <bcrypt.h>' >"$deps/build/case/Bcrypt.h"
-    cmake_dependency libarchive archive_static -DCMAKE_C_FLAGS="-I$deps/build/case" -DENABLE_TEST=OFF -DENABLE_TAR=OFF \
+    # Times of 64 bits, without which members from 2038 on would be from 1902; its users have to be compiled likewise
+    # and know it by the mark.
+    cmake_dependency libarchive archive_static \
+        -DCMAKE_C_FLAGS="-I$deps/build/case -D__MINGW_USE_VC2005_COMPAT" -DENABLE_TEST=OFF -DENABLE_TAR=OFF \
         -DENABLE_CPIO=OFF -DENABLE_CAT=OFF -DENABLE_OPENSSL=OFF -DENABLE_LIBXML2=OFF -DENABLE_EXPAT=OFF \
         -DENABLE_ICONV=OFF -DENABLE_LZ4=OFF -DENABLE_LZMA=OFF -DENABLE_ZSTD=OFF -DENABLE_LIBB2=OFF \
         -DENABLE_WERROR=OFF "${deps_zlib[@]}"
     cp "$deps/build/libarchive/libarchive/libarchive_static.a" "$deps_prefix/lib/libarchive.a"
     cp "$deps/src/libarchive/libarchive/archive.h" "$deps/src/libarchive/libarchive/archive_entry.h" "$deps_prefix/include"
+    touch "$deps_prefix/include/libarchive-64-bit-times"
 }
 
 # The interface definitions that ours import; unpacked beside the build, as nothing of that package has to be installed.

@@ -24,7 +24,7 @@ settled_picture() {
 # $1: the archive
 start_host() {
     coproc host_program {
-        exec timeout 300 wine "$build/win32-release/bin/SampleHost.exe" --report "$(windows_path "$1")" \
+        exec timeout 300 wine "${TOVAREX_BIN:-$build/win32-release/bin}/SampleHost.exe" --report "$(windows_path "$1")" \
             2>"$build/logs/host.log"
     }
     host_pid=$host_program_PID
@@ -53,4 +53,5 @@ take_picture() {
     say "The sample host says: $report"
     settled_picture "$1"
     stop_host
+    mogrify -trim +repage "$1" # the bare desktop around the windows says nothing
 }

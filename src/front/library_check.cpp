@@ -1,15 +1,20 @@
 #include "front/library_check.h"
 
-#include <exception>
+#include <stdexcept>
 
 namespace tovar {
 namespace {
 
-/// A file version that has no text counts as none: a library that cannot be described is left aside.
+/// What a library without a version resource is shown with: it works as well as another.
+constexpr std::wstring_view kUnknownVersion = L"0.0.0.0";
+
+/// @return the text of a library that is there; empty when its version has no text: such a one is left aside
 std::wstring versionText(const std::wstring& path, const PathOperations& paths) {
+    if (path.empty()) return {};
     try {
-        return paths.FileVersionText(path);
-    } catch (const std::exception&) {
+        std::wstring text = paths.FileVersionText(path);
+        return text.empty() ? std::wstring(kUnknownVersion) : text;
+    } catch (const std::overflow_error&) {
         return {};
     }
 }

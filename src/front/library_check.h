@@ -16,7 +16,8 @@ using LibraryVersions = std::map<ArchiveKind, std::wstring>;
 
 /// Checks one library that has a driver.
 /// @param driver          asked for the library's own version; exactly 1 means unusable, whatever the minimum
-/// @return file version of the library; empty when it is missing, unusable or older than the minimum
+/// @return file version of the library, "0.0.0.0" when its file has none; empty when it is missing, unusable or older
+///         than the minimum
 [[nodiscard]] std::wstring CheckLibrary(std::wstring_view library, CommonDriver& driver, std::uint16_t minimumVersion,
                                         const ArchiverLibraries& libraries, const PathOperations& paths);
 

@@ -86,10 +86,13 @@ TEST_F(LibraryCheck, TakesThePresenceOfTheZipCreatorForEnough) {
     EXPECT_TRUE(loader.loaded.empty());
 }
 
-TEST_F(LibraryCheck, NeedsAFileVersionOfTheZipCreator) {
+TEST_F(LibraryCheck, TakesLibrariesWithoutAVersionResource) {
     install(L"InfoZip32.dll");
+    installUnZip();
     information.versions.clear();
-    EXPECT_EQ(available(), 0U);
+    EXPECT_EQ(available(), 16U | 1U);
+    EXPECT_EQ(checkAll().at(kind::kZip), L"0.0.0.0");
+    EXPECT_EQ(checkAll().at(kind::kCreateZip), L"0.0.0.0");
 }
 
 TEST_F(LibraryCheck, LeavesALibraryAsideWhoseVersionHasNoText) {

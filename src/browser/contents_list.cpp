@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 #include <stdexcept>
+#include <utility>
 
 #include "shell/letter_case.h"
 
@@ -39,11 +40,11 @@ private:
 }  // namespace
 
 ContentsList::ContentsList(const ArchiveDriver& driver, const FolderModel& folders, FileTypes& desktop,
-                           const RegionalSettings& regional)
+                           RegionalSettings regional)
     : driver_(driver),
       folders_(folders),
       types_(desktop),
-      regional_(regional),
+      regional_(std::move(regional)),
       columns_(contentsColumnsOf(driver.description().columns)) {}
 
 void ContentsList::show(Folder folder) {

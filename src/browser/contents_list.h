@@ -26,7 +26,7 @@ public:
 
     /// The driver, the folders and the desktop must outlive the object.
     ContentsList(const ArchiveDriver& driver, const FolderModel& folders, FileTypes& desktop,
-                 const RegionalSettings& regional);
+                 RegionalSettings regional);
 
     [[nodiscard]] const std::vector<ContentsColumn>& columns() const noexcept { return columns_; }
 

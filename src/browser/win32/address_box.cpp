@@ -2,14 +2,21 @@
 
 #include "browser/win32/browser_controls.h"
 #include "browser/win32/child_control.h"
+#include "browser/win32/text_extent.h"
 #include "shell/win32/subclass.h"
 #include "shell/win32/window.h"
 
 namespace tovar {
+namespace {
+
+constexpr wchar_t kLabel[] = L"Address";
+
+}  // namespace
 
 bool AddressBox::create(HWND parent, AddressKeys& keys, MessageBoxes& messages) {
+    label_ = createControl(parent, L"STATIC", kLabel, SS_CENTERIMAGE, 0, kAddressLabel);
     box_ = createControl(parent, L"COMBOBOX", L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL, 0, cmbURL);
-    if (box_ == nullptr) return false;
+    if (label_ == nullptr || box_ == nullptr) return false;
     COMBOBOXINFO parts{};
     parts.cbSize = sizeof parts;
     if (!::GetComboBoxInfo(box_, &parts)) return false;
@@ -19,6 +26,8 @@ bool AddressBox::create(HWND parent, AddressKeys& keys, MessageBoxes& messages) 
 }
 
 void AddressBox::release() { Unsubclass(edit_); }
+
+int AddressBox::labelWidth() const { return TextExtent(label_).widthOf(kLabel); }
 
 void AddressBox::add(std::wstring_view address) {
     const std::wstring text(address);

@@ -26,6 +26,10 @@ public:
     /// The window that holds the box is about to go.
     void release();
     [[nodiscard]] HWND hwnd() const noexcept { return box_; }
+    /// The word before the box, which also names it for screen readers.
+    [[nodiscard]] HWND label() const noexcept { return label_; }
+    /// @return pixels
+    [[nodiscard]] int labelWidth() const;
 
     void add(std::wstring_view address);
     void choose(std::size_t index);
@@ -41,7 +45,7 @@ private:
     /// @return whether the key was one of the box's
     static bool onKey(AddressKeys& keys, HWND edit, UINT message, WPARAM key);
 
-    HWND box_ = nullptr, edit_ = nullptr;
+    HWND label_ = nullptr, box_ = nullptr, edit_ = nullptr;
 };
 
 }  // namespace tovar

@@ -44,8 +44,7 @@ UniqueIcon iconOfFile(const std::wstring& path) {
 }  // namespace
 
 fArcMain::fArcMain(const BrowserRequest& request, const BrowserWindowPorts& ports, std::function<void()> onUnloaded)
-    : onUnloaded_(std::move(onUnloaded)),
-      messages_(ports.messages),
+    : messages_(ports.messages),
       desktop_(ports.desktop),
       fontName_(request.fontName),
       icon_(iconOfFile(request.archiveFile)),
@@ -55,7 +54,8 @@ fArcMain::fArcMain(const BrowserRequest& request, const BrowserWindowPorts& port
     description.className = kClassName;
     description.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     description.extendedStyle = WS_EX_CONTROLPARENT;
-    create(description);
+    // What never came up is not unloaded either.
+    if (create(description)) onUnloaded_ = std::move(onUnloaded);
 }
 
 fArcMain::~fArcMain() { destroy(); }
@@ -155,7 +155,8 @@ std::optional<LRESULT> fArcMain::onClose(WPARAM, LPARAM) {
 void fArcMain::applyFonts() {
     UniqueFont font(createMessageFont(hwnd()));
     if (font != nullptr) {
-        for (const HWND control : {toolbar_.hwnd(), address_.hwnd(), tree_.hwnd(), list_.hwnd(), status_}) {
+        for (const HWND control :
+             {toolbar_.hwnd(), address_.label(), address_.hwnd(), tree_.hwnd(), list_.hwnd(), status_}) {
             ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
         }
         std::swap(systemFont_, font);
@@ -188,7 +189,8 @@ void fArcMain::layOut() {
     const SIZE buttons = toolbar_.size();
     const int boxHeight = box.bottom - box.top;
     const int rowHeight = std::max<int>(buttons.cy, boxHeight);
-    const int boxLeft = margin + buttons.cx + margin;
+    const int labelLeft = margin + buttons.cx + 2 * margin, labelWidth = address_.labelWidth();
+    const int boxLeft = labelLeft + labelWidth + 2 * margin;
     const RECT panes{0, margin + rowHeight + margin, client.right,
                      std::max<LONG>(client.bottom - (status.bottom - status.top), margin + rowHeight + margin)};
     splitter_.layOut(panes, dpi);
@@ -200,6 +202,7 @@ void fArcMain::layOut() {
     };
     const Place places[] = {
         {toolbar_.hwnd(), margin, margin + (rowHeight - static_cast<int>(buttons.cy)) / 2, buttons.cx, buttons.cy},
+        {address_.label(), labelLeft, margin + (rowHeight - boxHeight) / 2, labelWidth, boxHeight},
         {address_.hwnd(), boxLeft, margin + (rowHeight - boxHeight) / 2,
          std::max<int>(client.right - boxLeft - margin, 0), boxHeight * kAddressRows},
         {tree_.hwnd(), 0, panes.top, bar.left, paneHeight},

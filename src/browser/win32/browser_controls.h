@@ -10,6 +10,7 @@ enum BrowserControl : int {
     TV1,
     LV1,
     sBar1,
+    kAddressLabel,
 };
 
 }  // namespace tovar

@@ -6,6 +6,7 @@
 
 #include "browser/win32/browser_controls.h"
 #include "browser/win32/child_control.h"
+#include "browser/win32/text_extent.h"
 #include "shell/win32/list_view.h"
 #include "shell/win32/subclass.h"
 
@@ -24,27 +25,6 @@ int formatOf(ColumnAlignment alignment) {
             return LVCFMT_LEFT;
     }
 }
-
-/// A device context of a window with the window's font in it.
-class FontContext {
-public:
-    explicit FontContext(HWND window) : window_(window), device_(::GetDC(window)) {
-        const auto font = reinterpret_cast<HFONT>(::SendMessageW(window, WM_GETFONT, 0, 0));
-        former_ = ::SelectObject(device_, font != nullptr ? font : ::GetStockObject(SYSTEM_FONT));
-    }
-    ~FontContext() {
-        ::SelectObject(device_, former_);
-        ::ReleaseDC(window_, device_);
-    }
-    FontContext(const FontContext&) = delete;
-    FontContext& operator=(const FontContext&) = delete;
-    [[nodiscard]] HDC get() const noexcept { return device_; }
-
-private:
-    HWND window_;
-    HDC device_;
-    HGDIOBJ former_;
-};
 
 }  // namespace
 
@@ -102,25 +82,19 @@ void ContentsView::show(const ContentsList& contents) {
 }
 
 void ContentsView::showColumns() {
-    const FontContext device(list_);
+    const TextExtent extent(list_);
     int place = 0;
     for (const ContentsColumn& shown : contents_->columns()) {
         std::wstring header(shown.header);
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
         column.fmt = formatOf(shown.alignment);
-        column.cx = columnWidth(device.get(), shown);
+        column.cx = static_cast<int>(std::lround(extent.widthOf(shown.measuringText) * shown.factor));
         column.pszText = header.data();
         column.iSubItem = place;
         ::SendMessageW(list_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&column));
         ++place;
     }
-}
-
-int ContentsView::columnWidth(HDC device, const ContentsColumn& column) const {
-    SIZE size{};
-    ::GetTextExtentPoint32W(device, column.measuringText.data(), static_cast<int>(column.measuringText.size()), &size);
-    return static_cast<int>(std::lround(size.cx * column.factor));
 }
 
 void ContentsView::showSortArrow() {

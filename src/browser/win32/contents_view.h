@@ -58,7 +58,6 @@ private:
     void showColumns();
     void showSortArrow();
     void setState(int row, UINT state, UINT mask);
-    [[nodiscard]] int columnWidth(HDC device, const ContentsColumn& column) const;
 
     HWND list_ = nullptr;
     const ContentsList* contents_ = nullptr;

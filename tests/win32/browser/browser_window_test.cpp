@@ -192,6 +192,37 @@ TEST_F(BrowserWindowTest, GivesTheFocusBackToTheControlThatHadIt) {
     EXPECT_EQ(::GetFocus(), control(TV1));
 }
 
+// What the window is told of its caption.
+std::vector<WPARAM> captionStates;
+WNDPROC ownProcedure;
+LRESULT CALLBACK watchCaption(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCACTIVATE) captionStates.push_back(wParam);
+    return ::CallWindowProcW(ownProcedure, window, message, wParam, lParam);
+}
+
+TEST_F(BrowserWindowTest, ShowsByItsCaptionWhetherTheKeyboardIsInIt) {
+    open({L"a"});
+    ::SetFocus(host_);
+    runPendingMessages();
+    captionStates.clear();
+    ownProcedure = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&watchCaption)));
+    ::SetFocus(control(TV1));
+    runPendingMessages();
+    ::SetFocus(control(LV1));
+    runPendingMessages();
+    ::SetFocus(host_);
+    runPendingMessages();
+    EXPECT_EQ(captionStates, (std::vector<WPARAM>{TRUE, FALSE}));
+}
+
+TEST_F(BrowserWindowTest, NamesItsControlsForScreenReaders) {
+    create();
+    EXPECT_EQ(textOf(control(TV1)), L"Folders");
+    EXPECT_EQ(textOf(control(LV1)), L"Contents");
+    EXPECT_EQ(textOf(::GetWindow(control(cmbURL), GW_HWNDPREV)), L"Address");
+}
+
 TEST_F(BrowserWindowTest, KeepsKeysFromAHostThatTreatsItsWindowAsADialog) {
     open({L"a"});
     MSG enter{edit(), WM_KEYDOWN, VK_RETURN, 0, 0, {}};

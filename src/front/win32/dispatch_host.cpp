@@ -1,10 +1,27 @@
 #include "front/win32/dispatch_host.h"
 
+#include <dispex.h>
+
 #include <limits>
 
 #include "front/win32/variant_values.h"
 
 namespace tovar {
+
+namespace {
+
+bool findName(IDispatch& object, const wchar_t* name, DISPID& id) noexcept {
+    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
+    if (SUCCEEDED(object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) return true;
+    // Not every script engine answers that for its objects, and some tell "hwnd" from "hWnd".
+    void* found = nullptr;
+    if (FAILED(object.QueryInterface(__uuidof(IDispatchEx), &found))) return false;
+    const ComOwner<IDispatchEx> extended(static_cast<IDispatchEx*>(found));
+    const UniqueBstr text(::SysAllocString(name));
+    return text && SUCCEEDED(extended->GetDispID(text.get(), fdexNameCaseInsensitive, &id));
+}
+
+}  // namespace
 
 WindowHandle DispatchHost::hWnd() {
     Variant value;
@@ -27,9 +44,8 @@ std::optional<double> DispatchHost::Height() {
 }
 
 bool DispatchHost::read(const wchar_t* name, Variant& value) const noexcept {
-    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
     DISPID id = DISPID_UNKNOWN;
-    if (FAILED(object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) return false;
+    if (!findName(*object_, name, id)) return false;
     DISPPARAMS none{};
     HRESULT result = DISP_E_MEMBERNOTFOUND;
     for (const WORD flags : {DISPATCH_PROPERTYGET, DISPATCH_METHOD}) {  // some hosts have functions of these names

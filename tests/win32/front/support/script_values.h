@@ -97,7 +97,7 @@ public:
     }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
-        DISPID id = 100;
+        DISPID id = kFirst;
         for (const auto& [name, value] : properties) {
             if (name == names[0]) {
                 ids[0] = id;
@@ -108,13 +108,24 @@ public:
         ids[0] = DISPID_UNKNOWN;
         return DISP_E_UNKNOWNNAME;
     }
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override {
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO*,
+                        UINT*) override {
+        if (!has(id)) return DISP_E_MEMBERNOTFOUND;
+        const auto property = std::next(properties.begin(), id - kFirst);
+        if ((flags & DISPATCH_PROPERTYPUT) != 0) {
+            return ::VariantCopy(property->second.get(), &parameters->rgvarg[0]);
+        }
         if ((flags & (functionsOnly ? DISPATCH_METHOD : DISPATCH_PROPERTYGET)) == 0) return DISP_E_MEMBERNOTFOUND;
-        if (id < 100 || id >= 100 + static_cast<DISPID>(properties.size())) return DISP_E_MEMBERNOTFOUND;
-        const auto property = std::next(properties.begin(), id - 100);
         reads.push_back(property->first);
         if (property->second.type() == VT_ERROR) return DISP_E_EXCEPTION;  // a property that fails
         return ::VariantCopy(result, property->second.get());
+    }
+
+private:
+    static constexpr DISPID kFirst = 100;
+
+    [[nodiscard]] bool has(DISPID id) const {
+        return id >= kFirst && id < kFirst + static_cast<DISPID>(properties.size());
     }
 };
 

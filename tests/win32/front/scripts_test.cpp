@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "win32/front/support/component_session.h"
+
+namespace tovar {
+namespace {
+
+constexpr DWORD kScriptMilliseconds = 60000;
+
+/// A script at work under the console script host.
+class RunningScript {
+public:
+    /// @param output  file for what the script says
+    RunningScript(const std::wstring& script, const std::vector<std::wstring>& arguments, std::wstring output)
+        : output_(std::move(output)) {
+        std::wstring line = L"cscript.exe //nologo \"" + script + L"\"";
+        for (const std::wstring& each : arguments) line += L" \"" + each + L"\"";
+        SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+        const UniqueHandle file = adoptHandle(
+            ::CreateFileW(output_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0, nullptr));
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdOutput = startup.hStdError = file.get();
+        PROCESS_INFORMATION process{};
+        if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
+            return;
+        }
+        process_.reset(process.hProcess);
+        ::CloseHandle(process.hThread);
+    }
+
+    /// Waits until the script ends; stops it when it takes too long.
+    /// @return what the script said
+    std::string wait() {
+        if (::WaitForSingleObject(process_.get(), kScriptMilliseconds) != WAIT_OBJECT_0) {
+            ::TerminateProcess(process_.get(), 99);
+        }
+        ::GetExitCodeProcess(process_.get(), &code);
+        std::ifstream stream(std::filesystem::path(output_), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(stream), {});
+    }
+
+    [[nodiscard]] bool started() const { return process_ != nullptr; }
+    DWORD code = ~0U;
+
+private:
+    std::wstring output_;
+    UniqueHandle process_;
+};
+
+std::wstring scriptPath(const wchar_t* name) { return (test::programFolder() / L"front-scripts" / name).native(); }
+
+class Scripts : public testing::TestWithParam<const wchar_t*> {
+protected:
+    Scripts() {
+        test::KeptAllowMask::write(hive::kCurrentUser, std::nullopt);
+        test::KeptAllowMask::write(hive::kLocalMachine, std::nullopt);
+    }
+    ~Scripts() override { dll.unregisterServer(); }
+
+    const test::KeptAllowMask kept;
+    const test::TemporaryFolder folder;
+    const test::ComponentDll dll;
+};
+
+// A script host may end with 0 when a script never ran, so the word PASS counts.
+TEST_P(Scripts, GoThroughAllOperations) {
+    ASSERT_EQ(dll.registerServer(), S_OK);
+    const std::wstring zip = test::writeFile(folder, L"small archive.zip", test::kSmallZip);
+    RunningScript script(scriptPath(GetParam()), {zip, folder.path()}, folder / L"output.txt");
+    ASSERT_TRUE(script.started());
+    EXPECT_EQ(script.wait(), "PASS\r\n");
+    EXPECT_EQ(script.code, 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, Scripts, testing::Values(L"operations.vbs", L"operations.js"),
+                         [](const auto& each) {
+                             const std::wstring name = each.param;
+                             return name.ends_with(L".vbs") ? std::string("VBScript") : std::string("JScript");
+                         });
+
+}  // namespace
+}  // namespace tovar

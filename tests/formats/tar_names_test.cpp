@@ -25,11 +25,13 @@ TEST(TarNames, InUtf8PassAsTheyAre) {
 }
 
 TEST(TarNames, InTheAnsiCodePageAreFoundAmongThoseInUtf8) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     EXPECT_EQ(walk(openTar(dataFile("tar/latin.tar"))).names(),
               (Names{"plain.txt", "grün.txt", "grün.txt", "€uro.txt"}));
 }
 
 TEST(TarNames, InTheAnsiCodePageAreFoundInCompressedArchives) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     const std::string named = tarMember("gr\xFCn", "one") + tarMember("weiß", "two") + tarMember("\x80uro", "three");
     EXPECT_EQ(namesIn(named), (Names{"grün", "weiß", "€uro"}));
     const OpenResult opened = openTar(inMemory(named + tarEnd()), "x.tar");
@@ -39,6 +41,7 @@ TEST(TarNames, InTheAnsiCodePageAreFoundInCompressedArchives) {
 }
 
 TEST(TarNames, OfPaxHeadersAreUtf8) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     const std::string members = tarMember("pax", paxRecord("path", "日本語.txt"), 'x') + tarMember("x", "") +
                                 tarMember("old\xFC", "") + tarMember("pax", paxRecord("path", "Ã¼.txt"), 'x') +
                                 tarMember("y", "");
@@ -46,10 +49,12 @@ TEST(TarNames, OfPaxHeadersAreUtf8) {
 }
 
 TEST(TarNames, OfPaxHeadersThatAreNoUtf8Survive) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     EXPECT_EQ(namesIn(tarMember("pax", paxRecord("path", "gr\xFCn.txt"), 'x') + tarMember("x", "")), Names{"grün.txt"});
 }
 
 TEST(TarNames, OfGnuLongNamesAreFoundToo) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     const std::string utf8 = std::string(150, 'u') + "ü";
     const std::string latin = std::string(150, 'l') + "\xFC";
     const std::string members = tarMember("././@LongLink", latin + '\0', 'L') + tarMember("x", "") +
@@ -58,6 +63,7 @@ TEST(TarNames, OfGnuLongNamesAreFoundToo) {
 }
 
 TEST(TarNames, OfFoldersEndWithASeparator) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     EXPECT_EQ(namesIn(tarMember("with/", "", '5') + tarMember("without", "", '5') + tarMember("gr\xFCn", "", '5')),
               (Names{"with/", "without/", "grün/"}));
 }
@@ -77,6 +83,7 @@ TEST(TarNames, BadLinkTargetDoesNotTouchTheName) {
 }
 
 TEST(TarNames, EveryByteValueSurvives) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     std::string members;
     for (int byte = 1; byte < 256; ++byte) members += tarMember(std::string("n") + static_cast<char>(byte) + "t", "");
     Names names = namesIn(members);

@@ -118,7 +118,9 @@ TEST(SingleName, InTheHeaderIsOnlyAName) {
     EXPECT_EQ(tar::nameFromHeader("."), "");
     EXPECT_EQ(tar::nameFromHeader("folder/"), "");
     EXPECT_EQ(tar::nameFromHeader(""), "");
-    EXPECT_EQ(tar::nameFromHeader("gr\xFCn"), "grün");
+    if (westernCodePages()) {
+        EXPECT_EQ(tar::nameFromHeader("gr\xFCn"), "grün");
+    }
     EXPECT_EQ(tar::nameFromHeader("grün"), "grün");
 }
 

@@ -30,6 +30,7 @@ TEST(ZipNames, FlagSaysUtf8) {
 }
 
 TEST(ZipNames, FlagOnOtherBytesIsNotBelieved) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     EXPECT_EQ(nameGiven({.name = "gr\x81n", .madeBy = kFat, .flags = kUtf8Flag}), "grün");
     EXPECT_EQ(nameGiven({.name = "gr\xFCn", .madeBy = kUnix, .flags = kUtf8Flag}), "grün");
 }
@@ -53,6 +54,7 @@ TEST(ZipNames, Utf8OfUnixSystemsNeedsNoFlag) {
 }
 
 TEST(ZipNames, OtherNamesAreInTheMakersCodePage) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     for (const std::uint16_t madeBy : {kFat, kNtfs, kInfoZipNtfs, kVfat, kHpfs}) {
         EXPECT_EQ(nameGiven({.name = "gr\x81n", .madeBy = madeBy}), "grün") << madeBy;
     }
@@ -64,6 +66,7 @@ TEST(ZipNames, OtherNamesAreInTheMakersCodePage) {
 }
 
 TEST(ZipNames, NulCutsNothing) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     EXPECT_EQ(nameGiven({.name = std::string("a\0b", 3)}), "a_b");
     EXPECT_EQ(nameGiven({.name = std::string("\0", 1)}), "_");
     EXPECT_EQ(nameGiven({.name = std::string("\xC3\xBC\0", 3), .flags = kUtf8Flag}), "ü_");
@@ -71,6 +74,7 @@ TEST(ZipNames, NulCutsNothing) {
 }
 
 TEST(ZipNames, EveryByteValueSurvives) {
+    if (!westernCodePages()) GTEST_SKIP() << "written for the code pages 437 and 1252";
     for (const std::uint16_t madeBy : {kFat, kUnix}) {
         ZipBuilder builder;
         for (int byte = 1; byte < 256; ++byte) {

@@ -5,11 +5,19 @@
 #include <string_view>
 
 #include "archivers/formats/input_file.h"
+#include "archivers/formats/legacy_text.h"
 
 namespace archiver::test {
 
 /// The folder this program lies in. Implemented in win32/ and posix/.
 std::filesystem::path programFolder();
+
+/// The code page that texts without a charset are read in: that of the system, or the one that stands for it.
+/// Implemented in win32/ and posix/.
+unsigned codePageOf(LegacyPage page);
+
+/// Whether those are 437 and 1252, which most tests of such texts are written for.
+inline bool westernCodePages() { return codePageOf(LegacyPage::kOem) == 437 && codePageOf(LegacyPage::kAnsi) == 1252; }
 
 /// One of the files of tests/data, which lie beside this program.
 /// @param name  with its folder, such as "zip/zip.zip"

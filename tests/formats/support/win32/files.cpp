@@ -13,6 +13,12 @@ std::filesystem::path programFolder() {
     return std::filesystem::path(path).parent_path();
 }
 
+unsigned codePageOf(LegacyPage page) {
+    const unsigned current = page == LegacyPage::kOem ? ::GetOEMCP() : ::GetACP();
+    if (current != CP_UTF8) return current;
+    return page == LegacyPage::kOem ? 437 : 1252;
+}
+
 void TimeZone::set(const char* zone) {
     ::_putenv_s("TZ", zone);
     ::_tzset();

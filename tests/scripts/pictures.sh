@@ -13,7 +13,7 @@ echo 'a member' >"$picture_work/tree/inner folder/member.txt"
     tar -cf - . | compress -c >../a.tar.Z || true
     gzip -nc "inner folder/member.txt" >../a.gz
 )
-head -c 5000 "$root/host/sample/welcome.zip" >"$picture_work/cut.zip"
+head -c 5000 "$root/samples/welcome.zip" >"$picture_work/cut.zip"
 
 # $1: the archive; $2: the beginning of the line that the host reports
 count_report() {

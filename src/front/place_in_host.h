@@ -1,6 +1,7 @@
 #pragma once
 #include <optional>
 
+#include "front/window_system.h"
 #include "shell/window_handle.h"
 
 namespace tovar {
@@ -14,29 +15,6 @@ public:
     /// In the host's own unit, whatever that is.
     [[nodiscard]] virtual std::optional<double> Width() = 0;
     [[nodiscard]] virtual std::optional<double> Height() = 0;
-};
-
-/// Sizes and places of windows are pixels here, places relative to the parent's client area.
-struct PixelSize {
-    int width = 0, height = 0;
-    friend bool operator==(const PixelSize&, const PixelSize&) = default;
-};
-
-struct PixelPlace {
-    int left = 0, top = 0;
-    friend bool operator==(const PixelPlace&, const PixelPlace&) = default;
-};
-
-/// What placing a window needs of the system.
-class WindowSystem {
-public:
-    virtual ~WindowSystem() = default;
-    [[nodiscard]] virtual bool isWindow(WindowHandle window) const = 0;
-    /// Outer size; of a minimized window the size that it gets back.
-    [[nodiscard]] virtual PixelSize sizeOf(WindowHandle window) const = 0;
-    /// @return false when the system refuses; the window is as it was then
-    virtual bool setParent(WindowHandle window, WindowHandle parent) = 0;
-    virtual void move(WindowHandle window, PixelPlace place, PixelSize size) = 0;
 };
 
 /// A share of a host's extent, in pixels.

@@ -4,6 +4,7 @@
 
 #include "browser/archive_browser.h"
 #include "front/library_check.h"
+#include "front/window_system.h"
 #include "settings/archive_kind.h"
 
 namespace tovar {
@@ -13,8 +14,10 @@ using FontHandle = void*;
 
 /// An archive that is shown, with what has to live as long as its window.
 struct BrowserSession {
+    std::shared_ptr<const void> surroundings;  ///< what the driver and the window stand on
     std::shared_ptr<ArchiveDriver> driver;
     std::unique_ptr<ArchiveBrowser> browser;
+    std::unique_ptr<WindowWatch> watch;
     bool unloaded = false;  ///< the window is gone
 };
 
@@ -32,8 +35,8 @@ struct PluginState {
     ArchiveKind archiveKind = kind::kNone;
     std::wstring fileList;  ///< for creating, as the host handed it over
 
-    bool busy = false;  ///< from showing the browser until its window is gone
-    std::shared_ptr<BrowserSession> session;
+    bool busy = false;                        ///< from showing the browser until its window is gone
+    std::shared_ptr<BrowserSession> session;  ///< null while no archive is shown or being opened
 
     // What is going on. Libraries and dialogs let messages run, so that a host may call again before it is over.
     bool opening = false;

@@ -1,6 +1,7 @@
 #include "front/tovar.h"
 
 #include <exception>
+#include <new>
 #include <string>
 
 #include "shell/paths.h"
@@ -52,21 +53,22 @@ void attempt(Step step) noexcept {
     }
 }
 
+/// The window is gone. What belonged to it goes as soon as its last message is done.
 void onUnloaded(PluginState& state, const std::weak_ptr<BrowserSession>& weakSession) {
     const std::shared_ptr<BrowserSession> session = weakSession.lock();
-    if (!session) return;
+    if (!session || session->unloaded) return;
     session->unloaded = true;
     session->driver->setHWnd(nullptr);
-    if (state.session == session) state.busy = false;
+    if (state.session == session) {
+        state.session = nullptr;
+        state.busy = false;
+    }
+    if (session->watch) session->watch->whenIdle([session] {});
 }
 
 void closeSession(PluginState& state) {
     const std::shared_ptr<BrowserSession> session = state.session;
-    if (!session) return;
-    session->browser->unload();
-    if (state.session != session) return;  // the host opened another archive as soon as it saw this one go
-    state.session = nullptr;
-    state.busy = false;
+    if (session) session->browser->unload();
 }
 
 }  // namespace
@@ -161,6 +163,7 @@ bool TovarOperations::show(const std::wstring& file, const std::wstring& folder,
     closeSession(state);
 
     const auto session = std::make_shared<BrowserSession>();
+    session->surroundings = ports_.surroundings;
     session->driver = driverOf(*kindByName(file));
     session->browser = ports_.browsers.create({file, session->driver.get(), ports_.workFolder.path(), state.fontName},
                                               [&state, weak = std::weak_ptr(session)] { onUnloaded(state, weak); });
@@ -168,6 +171,8 @@ bool TovarOperations::show(const std::wstring& file, const std::wstring& folder,
     ArchiveBrowser& browser = *session->browser;
     state.session = session;
     try {
+        session->watch = ports_.windows.watch(browser.hWnd());
+        if (!session->watch) throw std::bad_alloc();
         PlaceInHost(browser.hWnd(), host, true, ports_.windows);
         state.archiveFile = file;
         state.archiveFolder = folder;
@@ -180,7 +185,7 @@ bool TovarOperations::show(const std::wstring& file, const std::wstring& folder,
         browser.showModeless();
         return !session->unloaded;
     } catch (...) {
-        closeSession(state);
+        browser.unload();
         throw;
     }
 }

@@ -14,8 +14,9 @@
 
 namespace tovar {
 
-/// What the eight operations reach; everything outlives the objects that use it.
+/// What the eight operations reach.
 struct TovarPorts {
+    std::shared_ptr<const void> surroundings;  ///< keeps everything below alive
     PluginState& state;
     SettingsStore& settings;
     WorkFolder& workFolder;

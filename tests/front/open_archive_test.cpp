@@ -321,6 +321,50 @@ TEST_F(OpenArchive, KeepsTheDriverUntilTheBrowserIsGone) {
     EXPECT_FALSE(state.busy);
 }
 
+TEST_F(OpenArchive, FreesTheBrowserWhenItsUserClosesIt) {
+    TovarOperations object(ports());
+    ASSERT_TRUE(open(object));
+    browsers.alive.at(0)->vanish();
+    EXPECT_TRUE(browsers.alive.empty());
+    EXPECT_EQ(state.session, nullptr);
+}
+
+TEST_F(OpenArchive, LeavesTheBrowserUntilItsLastMessageIsDone) {
+    auto object = std::make_unique<TovarOperations>(ports());
+    ASSERT_TRUE(open(*object));
+    const std::weak_ptr<int> kept = surroundings;
+    windows.enter(test::windowNumber(101));
+    object.reset();
+    surroundings.reset();
+    EXPECT_FALSE(state.busy);
+    ASSERT_EQ(browsers.alive.size(), 1U) << "the window's code is still running";
+    EXPECT_FALSE(kept.expired());
+    windows.leave(test::windowNumber(101));
+    EXPECT_TRUE(browsers.alive.empty());
+    EXPECT_TRUE(kept.expired());
+}
+
+TEST_F(OpenArchive, OpensAnotherArchiveFromAMessageOfTheFirst) {
+    TovarOperations object(ports());
+    ASSERT_TRUE(open(object));
+    windows.enter(test::windowNumber(101));
+    EXPECT_TRUE(open(object, LR"(C:\Archives\b.tar)"));
+    EXPECT_EQ(browsers.alive.size(), 2U);
+    windows.leave(test::windowNumber(101));
+    ASSERT_EQ(browsers.alive.size(), 1U);
+    EXPECT_EQ(browsers.alive[0]->request.archiveFile, LR"(C:\Archives\b.tar)");
+    EXPECT_TRUE(object.IsBusy());
+}
+
+TEST_F(OpenArchive, ReturnsFalseWhenTheWindowCannotBeWatched) {
+    windows.refusesWatches = true;
+    TovarOperations object(ports());
+    EXPECT_FALSE(open(object));
+    EXPECT_TRUE(browsers.alive.empty());
+    EXPECT_FALSE(object.IsBusy());
+    EXPECT_EQ(journal.back(), L"pointer 0");
+}
+
 TEST_F(OpenArchive, SurvivesItsWindowGoingBeforeTheObject) {
     {
         TovarOperations object(ports());

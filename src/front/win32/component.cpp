@@ -29,7 +29,8 @@ Component::Component()
 TovarPorts Component::ports() {
     // The dialogs for creating and for configuring belong into the two fields left out here. As long as the component
     // has no such dialogs, its host gets all that comes before them and the answers, and nothing is shown.
-    return {.state = state_,
+    return {.surroundings = shared_from_this(),
+            .state = state_,
             .settings = settings_,
             .workFolder = workFolder_,
             .paths = paths_,

@@ -29,7 +29,7 @@ namespace tovar {
 ///
 /// A host has one user-interface thread, and so there is one component. For a host with several each thread has its
 /// own, since windows and what works for them belong to their thread.
-class Component {
+class Component : public std::enable_shared_from_this<Component> {
 public:
     /// @return the calling thread's component; made when there is none
     [[nodiscard]] static std::shared_ptr<Component> ofThisThread();

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "front/win32/message_watch.h"
 #include "shell/win32/pending_messages.h"
 
 namespace tovar {
@@ -54,6 +55,10 @@ bool WindowsWindowSystem::setParent(WindowHandle window, WindowHandle parent) {
 
 void WindowsWindowSystem::move(WindowHandle window, PixelPlace place, PixelSize size) {
     ::MoveWindow(asWindow(window), place.left, place.top, size.width, size.height, TRUE);
+}
+
+std::unique_ptr<WindowWatch> WindowsWindowSystem::watch(WindowHandle window) {
+    return MessageWatch::of(asWindow(window));
 }
 
 void WindowsMousePointer::show(PointerShape shape) {

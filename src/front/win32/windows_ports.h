@@ -1,6 +1,6 @@
 #pragma once
-#include "front/place_in_host.h"
 #include "front/ports.h"
+#include "front/window_system.h"
 
 namespace tovar {
 
@@ -11,6 +11,7 @@ public:
     [[nodiscard]] PixelSize sizeOf(WindowHandle window) const override;
     bool setParent(WindowHandle window, WindowHandle parent) override;
     void move(WindowHandle window, PixelPlace place, PixelSize size) override;
+    [[nodiscard]] std::unique_ptr<WindowWatch> watch(WindowHandle window) override;
 };
 
 /// The pointer of the calling thread's windows.

@@ -28,12 +28,8 @@ public:
     void showModeless() override;
     void unload() override;
 
-    /// The window goes: by its user, its host or unload.
-    void vanish() {
-        if (window_ == nullptr) return;
-        window_ = nullptr;
-        onUnloaded_();
-    }
+    /// The window goes: by its user, its host or unload. The browser may be gone afterwards.
+    void vanish();
 
 private:
     FakeBrowsers& owner_;
@@ -44,7 +40,7 @@ private:
 /// Makes fake browsers with the windows 101, 102 and so on.
 class FakeBrowsers final : public BrowserFactory {
 public:
-    FakeBrowsers(Journal& log, FakeWindowSystem& windows) : journal(log), windows_(windows) {}
+    FakeBrowsers(Journal& log, FakeWindowSystem& system) : journal(log), windows(system) {}
 
     Journal& journal;
     std::vector<FakeBrowser*> alive;
@@ -54,15 +50,16 @@ public:
     std::unique_ptr<ArchiveBrowser> create(const BrowserRequest& request, std::function<void()> onUnloaded) override {
         if (fails) return nullptr;
         const WindowHandle window = windowNumber(100 + ++made_);
-        windows_.sizes[window] = {500, 300};
+        windows.sizes[window] = {500, 300};
         journal.push_back(L"create " + numberText(window));
         auto browser = std::make_unique<FakeBrowser>(*this, request, std::move(onUnloaded), window);
         alive.push_back(browser.get());
         return browser;
     }
 
+    FakeWindowSystem& windows;
+
 private:
-    FakeWindowSystem& windows_;
     std::uintptr_t made_ = 0;
 };
 
@@ -82,6 +79,15 @@ inline void FakeBrowser::suspendPainting(bool suspended) {
 inline void FakeBrowser::showModeless() {
     owner_.journal.push_back(L"show");
     if (owner_.whileShowing) owner_.whileShowing(*this);
+}
+
+inline void FakeBrowser::vanish() {
+    if (window_ == nullptr) return;
+    FakeWindowSystem& windows = owner_.windows;
+    const WindowHandle window = std::exchange(window_, nullptr);
+    windows.enter(window);
+    std::exchange(onUnloaded_, nullptr)();
+    windows.leave(window);
 }
 
 inline void FakeBrowser::unload() {

@@ -1,9 +1,10 @@
 #pragma once
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
-#include <set>
 #include <string>
+#include <utility>
 
 #include "front/fakes/journal.h"
 #include "front/place_in_host.h"
@@ -24,6 +25,7 @@ public:
 
     std::map<WindowHandle, PixelSize> sizes;
     bool refusesParents = false;
+    bool refusesWatches = false;
 
     [[nodiscard]] bool isWindow(WindowHandle window) const override { return sizes.contains(window); }
     [[nodiscard]] PixelSize sizeOf(WindowHandle window) const override { return sizes.at(window); }
@@ -32,6 +34,18 @@ public:
         journal_.push_back(L"parent of " + numberText(window) + L" is " + numberText(parent));
         return true;
     }
+    [[nodiscard]] std::unique_ptr<WindowWatch> watch(WindowHandle window) override {
+        return refusesWatches ? nullptr : std::make_unique<Watch>(*this, window);
+    }
+
+    /// A message of a window begins and ends.
+    void enter(WindowHandle window) { ++running_[window]; }
+    void leave(WindowHandle window) {
+        if (--running_[window] != 0) return;
+        const auto action = std::exchange(waiting_[window], nullptr);
+        if (action) action();
+    }
+
     void move(WindowHandle window, PixelPlace place, PixelSize size) override {
         sizes.at(window) = size;
         journal_.push_back(L"move " + numberText(window) + L" to " + std::to_wstring(place.left) + L"," +
@@ -40,7 +54,25 @@ public:
     }
 
 private:
+    class Watch final : public WindowWatch {
+    public:
+        Watch(FakeWindowSystem& owner, WindowHandle window) : owner_(owner), window_(window) {}
+        void whenIdle(std::function<void()> action) override {
+            if (owner_.running_[window_] == 0) {
+                action();
+            } else {
+                owner_.waiting_[window_] = std::move(action);
+            }
+        }
+
+    private:
+        FakeWindowSystem& owner_;
+        WindowHandle window_;
+    };
+
     Journal& journal_;
+    std::map<WindowHandle, int> running_;
+    std::map<WindowHandle, std::function<void()>> waiting_;
 };
 
 /// A host's window object whose properties say what the test wants.

@@ -58,7 +58,8 @@ protected:
     [[nodiscard]] DriverServices services() { return {libraries, messages, regional}; }
 
     [[nodiscard]] TovarPorts ports() {
-        return {.state = state,
+        return {.surroundings = surroundings,
+                .state = state,
                 .settings = settings,
                 .workFolder = workFolder,
                 .paths = paths,
@@ -100,6 +101,7 @@ protected:
     FakeBrowsers browsers{journal, windows};
     FakeHost host;
     PluginState state;
+    std::shared_ptr<int> surroundings = std::make_shared<int>();
 };
 
 }  // namespace tovar::test

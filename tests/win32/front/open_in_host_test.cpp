@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
+#include <windows.h>
+// windows.h first
+#include <commctrl.h>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "win32/front/support/component_session.h"
@@ -160,6 +165,54 @@ TEST_F(OpenInHost, StandsAloneWithoutAHost) {
     EXPECT_TRUE(::IsWindowVisible(browser));
     object.reset();
     EXPECT_TRUE(topLevelBrowsers().empty());
+}
+
+/// Calls something when the host hears that a window inside it goes.
+class ChildNotice {
+public:
+    ChildNotice(HWND host, std::function<void()> onChildGoes) : host_(host), onChildGoes_(std::move(onChildGoes)) {
+        ::SetWindowSubclass(host, &procedure, 7, reinterpret_cast<DWORD_PTR>(this));
+    }
+    ~ChildNotice() { ::RemoveWindowSubclass(host_, &procedure, 7); }
+    ChildNotice(const ChildNotice&) = delete;
+    ChildNotice& operator=(const ChildNotice&) = delete;
+
+private:
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                      DWORD_PTR data) {
+        auto& self = *reinterpret_cast<ChildNotice*>(data);
+        if (message == WM_PARENTNOTIFY && LOWORD(wParam) == WM_DESTROY) self.onChildGoes_();
+        return ::DefSubclassProc(window, message, wParam, lParam);
+    }
+
+    HWND host_;
+    std::function<void()> onChildGoes_;
+};
+
+TEST_F(OpenInHost, SurvivesAHostThatDropsTheObjectAsTheBrowserGoes) {
+    ASSERT_TRUE(open(zip));
+    int notices = 0;
+    const ChildNotice notice(host.window(), [&] {
+        ++notices;
+        object.reset();
+    });
+    ::SendMessageW(host.browser(), WM_CLOSE, 0, 0);
+    EXPECT_GE(notices, 1);
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(host.browser(), nullptr);
+    EXPECT_EQ(dll.canUnloadNow(), S_OK);
+}
+
+TEST_F(OpenInHost, SurvivesAHostThatOpensAnotherArchiveAsTheBrowserGoes) {
+    ASSERT_TRUE(open(zip));
+    bool first = true, opened = false;
+    const ChildNotice notice(host.window(), [&] {
+        if (std::exchange(first, false)) opened = open(tgz);
+    });
+    ::SendMessageW(host.browser(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(opened);
+    EXPECT_TRUE(busy());
+    EXPECT_NE(host.browser(), nullptr);
 }
 
 TEST_F(OpenInHost, ShowsOneArchiveAtATime) {

@@ -13,7 +13,7 @@ public:
     struct Seen {
         std::wstring title, text;
         HWND owner = nullptr;
-        bool information = false;
+        bool information = false, exclamation = false;  ///< its icon
     };
 
     MessageBoxWatch() {
@@ -45,10 +45,10 @@ private:
         return text;
     }
 
-    static bool hasInformationIcon(HWND box) {
+    static bool hasIcon(HWND box, const wchar_t* name) {
         for (HWND child = nullptr; (child = ::FindWindowExW(box, child, L"Static", nullptr)) != nullptr;) {
             const LRESULT icon = ::SendMessageW(child, STM_GETICON, 0, 0);
-            if (icon != 0) return reinterpret_cast<HICON>(icon) == ::LoadIconW(nullptr, IDI_INFORMATION);
+            if (icon != 0) return reinterpret_cast<HICON>(icon) == ::LoadIconW(nullptr, name);
         }
         return false;
     }
@@ -63,7 +63,8 @@ private:
         const HWND text = ::GetDlgItem(window, kTextId);
         if (std::wstring(name) != L"#32770" || !::IsWindowVisible(window) || text == nullptr) return TRUE;
         MessageBoxWatch& self = *current();
-        self.seen.push_back({textOf(window), textOf(text), ::GetWindow(window, GW_OWNER), hasInformationIcon(window)});
+        self.seen.push_back({textOf(window), textOf(text), ::GetWindow(window, GW_OWNER),
+                             hasIcon(window, IDI_INFORMATION), hasIcon(window, IDI_EXCLAMATION)});
         if (self.whileUp) self.whileUp();
         ::SendMessageW(window, WM_COMMAND, IDOK, 0);
         return FALSE;

@@ -1,0 +1,264 @@
+#include "browser/win32/archive_browser_window.h"
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "browser/win32/browser_controls.h"
+#include "shell/win32/message_map.h"
+
+// What the browser window answers to messages.
+namespace tovar {
+namespace {
+
+// Since Windows 8.1 and 10; older headers do not have them.
+constexpr UINT kDpiChanged = 0x02E0, kDpiChangedAfterParent = 0x02E3;
+
+// Posted to itself: the keyboard has come to one of the controls, or left it.
+constexpr UINT kFocusMoved = WM_APP;
+// Posted to itself: a folder of the tree was closed.
+constexpr UINT kFolderClosed = WM_APP + 1;
+
+template <class Notification>
+Notification& as(NMHDR& header) {
+    return reinterpret_cast<Notification&>(header);
+}
+
+}  // namespace
+
+std::optional<LRESULT> fArcMain::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    static constexpr MessageRoute<fArcMain> routes[] = {
+        {WM_CREATE, &fArcMain::onCreate},
+        {WM_DESTROY, &fArcMain::onDestroy},
+        {WM_CLOSE, &fArcMain::onClose},
+        {WM_SIZE, &fArcMain::onSize},
+        {WM_GETMINMAXINFO, &fArcMain::onMinimumSize},
+        {WM_SETFOCUS, &fArcMain::onFocus},
+        {kFocusMoved, &fArcMain::onFocusMoved},
+        {kFolderClosed, &fArcMain::onFolderClosed},
+        {WM_MOUSEACTIVATE, &fArcMain::onMouseActivate},
+        {WM_SETCURSOR, &fArcMain::onSetCursor},
+        {WM_LBUTTONDOWN, &fArcMain::onButtonDown},
+        {WM_MOUSEMOVE, &fArcMain::onMouseMove},
+        {WM_LBUTTONUP, &fArcMain::onButtonUp},
+        {WM_CAPTURECHANGED, &fArcMain::onCaptureLost},
+        {WM_COMMAND, &fArcMain::onCommand},
+        {WM_NOTIFY, &fArcMain::onNotify},
+        {kDpiChanged, &fArcMain::onScaleChanged},
+        {kDpiChangedAfterParent, &fArcMain::onScaleChanged},
+    };
+    return dispatchMessage(*this, routes, message, wParam, lParam);
+}
+
+std::optional<LRESULT> fArcMain::onFocus(WPARAM, LPARAM) {
+    ::SetFocus(lastFocus_);
+    return 0;
+}
+
+// A child's caption is not painted as active by itself.
+std::optional<LRESULT> fArcMain::onFocusMoved(WPARAM, LPARAM) {
+    const HWND focus = ::GetFocus();
+    const bool within = focus == hwnd() || ::IsChild(hwnd(), focus);
+    for (const HWND control : {address_.hwnd(), tree_.hwnd(), list_.hwnd()}) {
+        if (control == focus || ::IsChild(control, focus)) lastFocus_ = control;
+    }
+    const bool isChild = (::GetWindowLongPtrW(hwnd(), GWL_STYLE) & WS_CHILD) != 0;
+    if (isChild && within != captionActive_) ::SendMessageW(hwnd(), WM_NCACTIVATE, within ? TRUE : FALSE, 0);
+    captionActive_ = within;
+    return 0;
+}
+
+// Not every tree view asks before it closes a folder, nor tells that the selection went to the closed one.
+std::optional<LRESULT> fArcMain::onFolderClosed(WPARAM, LPARAM) {
+    const auto current = presenter_.currentFolder();
+    if (!current) return 0;
+    if (!tree_.isExpanded(FolderModel::kRoot)) {
+        selectFolder(*current, *current == FolderModel::kRoot);
+    } else if (const auto selected = tree_.selected()) {
+        presenter_.onFolderSelected(*selected);
+    }
+    return 0;
+}
+
+std::optional<LRESULT> fArcMain::onMouseActivate(WPARAM, LPARAM) {
+    // As a child of the host's window it may lie below other children.
+    ::SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    return std::nullopt;
+}
+
+std::optional<LRESULT> fArcMain::onSetCursor(WPARAM wParam, LPARAM lParam) {
+    POINT point;
+    if (reinterpret_cast<HWND>(wParam) != hwnd() || LOWORD(lParam) != HTCLIENT || !::GetCursorPos(&point) ||
+        !::ScreenToClient(hwnd(), &point) || !splitter_.contains(point)) {
+        return std::nullopt;
+    }
+    ::SetCursor(::LoadCursorW(nullptr, IDC_SIZEWE));
+    return TRUE;
+}
+
+std::optional<LRESULT> fArcMain::onButtonDown(WPARAM, LPARAM lParam) {
+    const POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    if (!splitter_.contains(point)) return std::nullopt;
+    splitter_.beginDrag(point.x);
+    ::SetCapture(hwnd());
+    return 0;
+}
+
+std::optional<LRESULT> fArcMain::onMouseMove(WPARAM, LPARAM lParam) {
+    if (!splitter_.drag(GET_X_LPARAM(lParam))) return std::nullopt;
+    layOut();
+    return 0;
+}
+
+std::optional<LRESULT> fArcMain::onButtonUp(WPARAM, LPARAM) {
+    if (!splitter_.dragging()) return std::nullopt;
+    ::ReleaseCapture();
+    return 0;
+}
+
+std::optional<LRESULT> fArcMain::onCaptureLost(WPARAM, LPARAM) {
+    splitter_.endDrag();
+    return 0;
+}
+
+std::optional<LRESULT> fArcMain::onCommand(WPARAM wParam, LPARAM) {
+    static constexpr CommandRoute<fArcMain> routes[] = {
+        {GoUp, BN_CLICKED, &fArcMain::onGoUp},
+        {cmbURL, CBN_SELENDOK, &fArcMain::onAddressChosen},
+        {cmbURL, CBN_SETFOCUS, &fArcMain::onControlFocus},
+        {cmbURL, CBN_KILLFOCUS, &fArcMain::onControlFocus},
+    };
+    return dispatchCommand(*this, routes, wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+}
+
+std::optional<LRESULT> fArcMain::onNotify(WPARAM, LPARAM lParam) {
+    static constexpr NotifyRoute<fArcMain> routes[] = {
+        {TV1, NM_SETFOCUS, &fArcMain::onPaneFocus},
+        {TV1, NM_KILLFOCUS, &fArcMain::onPaneFocus},
+        {LV1, NM_SETFOCUS, &fArcMain::onPaneFocus},
+        {LV1, NM_KILLFOCUS, &fArcMain::onPaneFocus},
+        {TV1, TVN_ITEMEXPANDINGW, &fArcMain::onTreeExpanding},
+        {TV1, TVN_ITEMEXPANDEDW, &fArcMain::onTreeExpanded},
+        {TV1, TVN_SELCHANGEDW, &fArcMain::onTreeSelected},
+        {TV1, TVN_KEYDOWN, &fArcMain::onTreeKey},
+        {LV1, LVN_GETDISPINFOW, &fArcMain::onListText},
+        {LV1, LVN_ODFINDITEMW, &fArcMain::onListFind},
+        {LV1, LVN_ITEMCHANGED, &fArcMain::onListSelection},
+        {LV1, LVN_ODSTATECHANGED, &fArcMain::onListSelection},
+        {LV1, NM_CLICK, &fArcMain::onListSelection},
+        {LV1, NM_DBLCLK, &fArcMain::onListDoubleClick},
+        {LV1, NM_RETURN, &fArcMain::onListEnter},
+        {LV1, LVN_KEYDOWN, &fArcMain::onListKey},
+        {LV1, LVN_COLUMNCLICK, &fArcMain::onListHeader},
+    };
+    return dispatchNotify(*this, routes, lParam);
+}
+
+void fArcMain::onGoUp() { presenter_.onGoUp(); }
+
+void fArcMain::onAddressChosen() { presenter_.onAddressEntered(address_.chosenText()); }
+
+void fArcMain::onControlFocus() { ::PostMessageW(hwnd(), kFocusMoved, 0, 0); }
+
+void fArcMain::onAddressEnter() { presenter_.onAddressEntered(address_.text()); }
+
+void fArcMain::onAddressEscape() { presenter_.onAddressAbandoned(); }
+
+void fArcMain::onAddressTab(bool backwards) { moveFocus(backwards); }
+
+LRESULT fArcMain::onPaneFocus(NMHDR&) {
+    onControlFocus();
+    return 0;
+}
+
+LRESULT fArcMain::onTreeExpanding(NMHDR& header) {
+    const auto& change = as<NMTREEVIEWW>(header);
+    const Folder folder = FolderTree::folderOf(change.itemNew);
+    if ((change.action & TVE_TOGGLE) == TVE_COLLAPSE) return presenter_.mayCollapse(folder) ? FALSE : TRUE;
+    tree_.insertChildren(folder);
+    return FALSE;
+}
+
+LRESULT fArcMain::onTreeExpanded(NMHDR& header) {
+    const bool closed = (as<NMTREEVIEWW>(header).action & TVE_TOGGLE) == TVE_COLLAPSE;
+    if (closed) ::PostMessageW(hwnd(), kFolderClosed, 0, 0);
+    return 0;
+}
+
+LRESULT fArcMain::onTreeSelected(NMHDR& header) {
+    const auto& change = as<NMTREEVIEWW>(header);
+    if (!selecting_ && change.itemNew.hItem != nullptr)
+        presenter_.onFolderSelected(FolderTree::folderOf(change.itemNew));
+    return 0;
+}
+
+LRESULT fArcMain::onTreeKey(NMHDR& header) { return onNavigationKey(as<NMTVKEYDOWN>(header).wVKey) ? TRUE : FALSE; }
+
+LRESULT fArcMain::onListText(NMHDR& header) {
+    list_.onGetDisplayInfo(as<NMLVDISPINFOW>(header).item);
+    return 0;
+}
+
+LRESULT fArcMain::onListFind(NMHDR& header) { return list_.onFindItem(as<NMLVFINDITEMW>(header)); }
+
+LRESULT fArcMain::onListSelection(NMHDR& header) {
+    if (header.code == LVN_ITEMCHANGED) {
+        const auto& change = as<NMLISTVIEW>(header);
+        if ((change.uChanged & LVIF_STATE) == 0 || ((change.uOldState ^ change.uNewState) & LVIS_SELECTED) == 0)
+            return 0;
+    }
+    if (!list_.isChanging()) presenter_.onRowsSelected(list_.selectedCount());
+    return 0;
+}
+
+LRESULT fArcMain::onListDoubleClick(NMHDR& header) {
+    openRow(as<NMITEMACTIVATE>(header).iItem);
+    return 0;
+}
+
+LRESULT fArcMain::onListEnter(NMHDR&) {
+    openRow(list_.focusedRow());
+    return 0;
+}
+
+void fArcMain::openRow(int row) {
+    if (row >= 0) presenter_.onRowOpened(static_cast<std::uint32_t>(row));
+}
+
+LRESULT fArcMain::onListKey(NMHDR& header) {
+    onNavigationKey(as<NMLVKEYDOWN>(header).wVKey);
+    return 0;
+}
+
+LRESULT fArcMain::onListHeader(NMHDR& header) {
+    presenter_.onHeaderClicked(static_cast<std::size_t>(as<NMLISTVIEW>(header).iSubItem));
+    return 0;
+}
+
+bool fArcMain::onNavigationKey(WORD key) {
+    switch (key) {
+        case VK_BACK:
+            presenter_.onGoUp();
+            return true;
+        case VK_TAB:
+            moveFocus(::GetKeyState(VK_SHIFT) < 0);
+            return true;
+        default:
+            return false;
+    }
+}
+
+// The host's message loop knows nothing of the window's controls, so the window goes from one to the next itself.
+void fArcMain::moveFocus(bool backwards) {
+    const HWND order[] = {address_.hwnd(), tree_.hwnd(), list_.hwnd()};
+    const HWND focus = ::GetFocus();
+    const auto current = std::find_if(std::begin(order), std::end(order),
+                                      [&](HWND control) { return control == focus || ::IsChild(control, focus); });
+    const auto count = std::size(order);
+    const auto place = static_cast<std::size_t>(current - std::begin(order)) % count;
+    ::SetFocus(order[(place + (backwards ? count - 1 : 1)) % count]);
+}
+
+}  // namespace tovar

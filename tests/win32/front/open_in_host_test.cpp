@@ -7,75 +7,20 @@
 #include <utility>
 #include <vector>
 
-#include "win32/front/support/component_session.h"
-#include "win32/front/support/message_box_watch.h"
+#include "win32/front/support/component_fixture.h"
 
 namespace tovar {
 namespace {
 
-using test::MessageBoxWatch;
+using test::kRefused;
+using test::kUnavailable;
 using test::TestHost;
-using test::Value;
 
-constexpr wchar_t kRefused[] =
-    L"The necessary DLL is properly installed.\r\nBut it can not be opened by Vantrel.\r\n\r\n"
-    L"It might be corrupted archive.\r\nIt will be tried by external program !!!";
-constexpr wchar_t kUnavailable[] =
-    L"The necessary DLL is not properly installed.\r\nOr, the user turned off the use of DLL.\r\n\r\n"
-    L"Check the configuration or install Vantrel again.";
-
-/// The real component with the archiver libraries that come with it.
-class OpenInHost : public testing::Test {
+/// With the archiver libraries that come with the component.
+class OpenInHost : public test::ComponentFixture {
 protected:
-    void SetUp() override {
-        test::KeptAllowMask::write(hive::kCurrentUser, std::nullopt);
-        test::KeptAllowMask::write(hive::kLocalMachine, std::nullopt);
-        ASSERT_TRUE(dll.loaded());
-        object = dll.createObject();
-        ASSERT_NE(object, nullptr);
-    }
-    void TearDown() override {
-        object.reset();
-        EXPECT_EQ(dll.canUnloadNow(), S_OK) << "something was left behind";
-    }
-
-    bool open(ITovar& whom, const std::wstring& file, IDispatch* parent) {
-        VARIANT_BOOL result = VARIANT_FALSE;
-        EXPECT_EQ(whom.OpenArchive(makeBstr(file).get(), nullptr, parent, &result), S_OK);
-        return result != VARIANT_FALSE;
-    }
-    bool open(const std::wstring& file) { return open(*object, file, &host.object); }
-
-    bool busy() {
-        VARIANT_BOOL result = VARIANT_FALSE;
-        EXPECT_EQ(object->IsBusy(&result), S_OK);
-        return result != VARIANT_FALSE;
-    }
-
-    bool canOpen(const std::wstring& file, LONG& mode, bool messages) {
-        VARIANT_BOOL result = VARIANT_FALSE;
-        EXPECT_EQ(object->CanOpenArchive(makeBstr(file).get(), &mode, messages ? VARIANT_TRUE : VARIANT_FALSE, &result),
-                  S_OK);
-        return result != VARIANT_FALSE;
-    }
-
-    static std::vector<HWND> topLevelBrowsers() {
-        std::vector<HWND> found;
-        for (HWND window = nullptr; (window = ::FindWindowExW(nullptr, window, L"fArcMain", nullptr)) != nullptr;) {
-            found.push_back(window);
-        }
-        return found;
-    }
-
-    const test::KeptAllowMask kept;
-    const test::Apartment apartment;
-    const test::TemporaryFolder folder;
     const std::wstring zip = test::writeFile(folder, L"small.zip", test::kSmallZip);
     const std::wstring tgz = test::writeFile(folder, L"small.tar.gz", test::kSmallTarGz);
-    MessageBoxWatch boxes;
-    TestHost host;
-    const test::ComponentDll dll;
-    ComOwner<ITovar> object;
 };
 
 TEST_F(OpenInHost, ShowsTheBrowserInTheMiddleOfTheHost) {

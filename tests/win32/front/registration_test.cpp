@@ -103,6 +103,18 @@ TEST_F(Registration, KnowsNoOtherCommandLine) {
     expectNothing(HKEY_CURRENT_USER);
 }
 
+TEST_F(Registration, IsDoneByTheSystemsProgram) {
+    const std::wstring module = L" \"" + (test::programFolder() / L"TovarEx.dll").native() + L"\"";
+    EXPECT_EQ(test::runProgram(L"regsvr32.exe /s" + module), 0U);
+    expectEverything(HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(test::runProgram(L"regsvr32.exe /s /u" + module), 0U);
+    expectNothing(HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(test::runProgram(L"regsvr32.exe /s /n /i:user" + module), 0U);
+    expectEverything(HKEY_CURRENT_USER);
+    EXPECT_EQ(test::runProgram(L"regsvr32.exe /s /n /u /i:user" + module), 0U);
+    expectNothing(HKEY_CURRENT_USER);
+}
+
 TEST_F(Registration, CanBeRepeated) {
     ASSERT_EQ(dll.registerServer(), S_OK);
     ASSERT_EQ(dll.registerServer(), S_OK);

@@ -180,12 +180,10 @@ inline void runMessages() {
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
 }
 
-/// Runs this test program again with an argument, and waits for it.
+/// Runs a program and waits for it.
+/// @param line  its path, quoted where needed, and its arguments
 /// @return its exit code
-inline DWORD runSelf(const std::wstring& argument) {
-    wchar_t path[32768];
-    ::GetModuleFileNameW(nullptr, path, 32768);
-    std::wstring line = L'"' + std::wstring(path) + L"\" " + argument;
+inline DWORD runProgram(std::wstring line) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
@@ -197,6 +195,14 @@ inline DWORD runSelf(const std::wstring& argument) {
     if (::WaitForSingleObject(process.hProcess, 60000) != WAIT_OBJECT_0) ::TerminateProcess(process.hProcess, 99);
     ::GetExitCodeProcess(process.hProcess, &code);
     return code;
+}
+
+/// Runs this test program again with an argument, and waits for it.
+/// @return its exit code
+inline DWORD runSelf(const std::wstring& argument) {
+    wchar_t path[32768];
+    ::GetModuleFileNameW(nullptr, path, 32768);
+    return runProgram(L'"' + std::wstring(path) + L"\" " + argument);
 }
 
 }  // namespace tovar::test

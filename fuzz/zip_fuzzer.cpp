@@ -1,0 +1,8 @@
+#include "archivers/formats/zip/zip_reader.h"
+#include "fuzz/exhaust.h"
+#include "fuzz/memory_file.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    archiver::fuzz::exhaust(archiver::openZip(std::make_unique<archiver::fuzz::MemoryFile>(bytes, size)));
+    return 0;
+}

@@ -15,7 +15,7 @@ public:
     std::uint64_t skip(std::uint64_t count) noexcept override;
 
 private:
-    static constexpr std::size_t kPiece = 64 * 1024;
+    static constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
     const InputFile& file_;
     std::unique_ptr<char[]> buffer_;

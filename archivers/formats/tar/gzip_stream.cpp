@@ -17,7 +17,7 @@ constexpr unsigned char kMagic[] = {0x1F, 0x8B};
 
 bool readGzipHeader(const InputFile& file, GzipHeader& header) {
     constexpr std::size_t kFixed = 10;
-    constexpr std::size_t kLargestName = 64 * 1024;
+    constexpr std::size_t kLargestName = std::size_t{64} * 1024;
     enum Flags : unsigned char { kExtra = 4, kName = 8, kReserved = 0xE0 };
 
     std::array<char, kFixed> fixed{};

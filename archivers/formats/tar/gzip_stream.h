@@ -37,7 +37,7 @@ public:
     std::uint64_t skip(std::uint64_t) noexcept override { return 0; }
 
 private:
-    static constexpr std::size_t kPiece = 64 * 1024;
+    static constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
     void fill() noexcept;
     void refill() noexcept;

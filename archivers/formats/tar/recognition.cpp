@@ -86,7 +86,7 @@ CompressionResult recogniseCompression(const InputFile& file) {
 }
 
 Contents recogniseContents(ByteStream& stream) {
-    constexpr std::uint64_t kMostZeros = 1024 * 1024;
+    constexpr std::uint64_t kMostZeros = std::uint64_t{1} << 20;
     std::array<char, kBlock> block{};
     std::uint64_t total = 0;
     for (;;) {

@@ -65,7 +65,7 @@ ReturnCode TarWalker::read(const DataSink& sink) {
 ReturnCode TarWalker::finish() {
     // What follows the last entry is a block of zeros, a few kilobytes of them; a file that goes on for long is not
     // read to the end for its checksum's sake.
-    constexpr std::uint64_t kMostBytes = 16 * 1024 * 1024;
+    constexpr std::uint64_t kMostBytes = std::uint64_t{16} << 20;
     std::uint64_t total = 0;
     while (!source_.ended() && total < kMostBytes) {
         std::span<const char> piece;

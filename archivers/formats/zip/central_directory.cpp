@@ -13,8 +13,8 @@ using little_endian::load16;
 using little_endian::load32;
 
 /// Holds the largest header there can be: 46 bytes and three fields of 65535.
-constexpr std::size_t kBufferSize = 256 * 1024;
-static_assert(kBufferSize >= kCentralSize + 3 * 0xFFFF);
+constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
+static_assert(kBufferSize >= kCentralSize + std::size_t{3} * 0xFFFF);
 
 }  // namespace
 

@@ -125,7 +125,7 @@ ReturnCode findPackedBytes(const InputFile& file, std::uint64_t localHeader, con
 
 /// Hands the member's bytes to the sink; at its end the library compares size and checksum.
 ReturnCode copyBytes(zip_file_t* member, std::uint64_t originalSize, const DataSink& sink) {
-    constexpr std::size_t kPiece = 64 * 1024;
+    constexpr std::size_t kPiece = std::size_t{64} * 1024;
     const auto buffer = std::make_unique_for_overwrite<char[]>(kPiece);
     std::uint64_t total = 0;
     for (;;) {

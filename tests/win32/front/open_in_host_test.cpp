@@ -340,9 +340,10 @@ TEST_F(OpenInHost, RefusesWhatIsNoFile) {
     EXPECT_TRUE(open(zip));
 }
 
+// In code page 932 the second bytes of two of these letters are that of a backslash.
 TEST_F(OpenInHost, OpensNamesOfEveryKind) {
     for (const wchar_t* name : {L"blank in name.zip", L"comma,name.zip", L"quote'name.zip", L"\x00E4\x00F6\x00FC.zip",
-                                L"\x65E5\x672C\x8A9E.zip", L"UPPER.ZIP", L"two.dots.zip"}) {
+                                L"\x65E5\x672C\x8A9E.zip", L"\x8868\x30BD.zip", L"UPPER.ZIP", L"two.dots.zip"}) {
         const std::wstring file = test::writeFile(folder, name, test::kSmallZip);
         EXPECT_TRUE(open(file)) << ::testing::PrintToString(std::wstring(name));
         EXPECT_TRUE(busy());

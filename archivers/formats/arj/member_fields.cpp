@@ -1,0 +1,131 @@
+#include "archivers/formats/arj/member_fields.h"
+
+#include <ctime>
+#include <optional>
+
+#include "archivers/formats/legacy_text.h"
+#include "archivers/formats/moments.h"
+#include "archivers/formats/utf8.h"
+
+namespace archiver::arj {
+namespace {
+
+/// The family of MS-DOS: its attributes, its separator, its code page.
+bool hasDosAttributes(std::uint8_t host) noexcept {
+    return host == host::kMsDos || host == host::kOs2 || host == host::kWindows95 || host == host::kWin32;
+}
+
+LegacyPage legacyPageOf(const MainHeader& main, std::uint8_t host) noexcept {
+    // The flag had another meaning in archivers before this one.
+    constexpr std::uint8_t kFirstWithAnsiPage = 9;
+    if ((main.flags & flag::kAnsiPage) != 0 && main.version >= kFirstWithAnsiPage) return LegacyPage::kAnsi;
+    return hasDosAttributes(host) ? LegacyPage::kOem : LegacyPage::kAnsi;
+}
+
+/// The moment of packed DOS words, in the local time zone; nullopt when they are no date or the system cannot tell.
+std::optional<Moment> momentOfDosWords(std::uint32_t words) noexcept {
+    std::tm local{};
+    local.tm_sec = static_cast<int>(words & 0x1F) * 2;
+    local.tm_min = static_cast<int>(words >> 5 & 0x3F);
+    local.tm_hour = static_cast<int>(words >> 11 & 0x1F);
+    local.tm_mday = static_cast<int>(words >> 16 & 0x1F);
+    local.tm_mon = static_cast<int>(words >> 21 & 0x0F) - 1;
+    local.tm_year = static_cast<int>(words >> 25) + 80;
+    local.tm_isdst = -1;
+    if (local.tm_mday == 0 || local.tm_mon < 0 || local.tm_mon > 11 || local.tm_hour > 23 || local.tm_min > 59 ||
+        local.tm_sec > 59) {
+        return std::nullopt;
+    }
+    const std::time_t time = std::mktime(&local);
+    if (time == static_cast<std::time_t>(-1)) return std::nullopt;
+    return Moment{static_cast<std::int64_t>(time), 0};
+}
+
+std::optional<Moment> momentOf(const FileHeader& header, std::uint32_t time) noexcept {
+    if (time == 0) return std::nullopt;
+    if (header.hasUnixTimes()) return Moment{static_cast<std::int64_t>(time), 0};
+    return momentOfDosWords(time);
+}
+
+void fillTimes(const FileHeader& header, Member& member) {
+    member.written.reset();
+    if (header.hasUnixTimes()) {
+        member.written = Moment{static_cast<std::int64_t>(header.time), 0};
+        const DosStamp stamp = dosStampOf(*member.written);
+        member.dosDate = stamp.date;
+        member.dosTime = stamp.time;
+    } else {
+        member.dosDate = static_cast<std::uint16_t>(header.time >> 16);
+        member.dosTime = static_cast<std::uint16_t>(header.time & 0xFFFF);
+    }
+    member.accessed = momentOf(header, header.accessTime);
+    member.created = momentOf(header, header.creationTime);
+}
+
+std::uint8_t attributesOf(const FileHeader& header) noexcept {
+    constexpr std::uint16_t kOwnerWrites = 0200;
+    std::uint8_t attributes = header.type == FileType::kFolder ? attribute::kFolder : 0;
+    if (hasDosAttributes(header.host)) {
+        attributes |= static_cast<std::uint8_t>(
+            header.mode & (attribute::kReadOnly | attribute::kHidden | attribute::kSystem | attribute::kArchive));
+    } else if (header.host == host::kUnix || header.host == host::kNext) {
+        if ((header.mode & kOwnerWrites) == 0) attributes |= attribute::kReadOnly;
+    }
+    return attributes;
+}
+
+bool isSeparator(char character) noexcept { return character == '/' || character == '\\'; }
+
+}  // namespace
+
+std::uint32_t osTypeOf(std::uint8_t host) noexcept {
+    constexpr std::uint32_t kWindows95Type = 19;
+    // Up to VAX VMS both count alike.
+    constexpr std::uint8_t kLastCommon = 9;
+    if (host <= kLastCommon) return host;
+    if (host == host::kWindows95) return kWindows95Type;
+    return host == host::kWin32 ? os_type::kWindowsNtfs : os_type::kUnknown;
+}
+
+const char* methodText(std::uint8_t method) noexcept {
+    switch (method) {
+        case 0:
+            return "Stored";
+        case 1:
+            return "Method1";
+        case 2:
+            return "Method2";
+        case 3:
+            return "Method3";
+        case 4:
+            return "Method4";
+        default:
+            return "Unknown";
+    }
+}
+
+std::string readText(const MainHeader& main, std::uint8_t host, std::string_view stored) {
+    if (isUtf8(stored)) return std::string(stored);
+    std::string text;
+    appendLegacyText(stored, legacyPageOf(main, host), text);
+    return text;
+}
+
+void fillMember(const MainHeader& main, const FileHeader& header, Member& member) {
+    member.name = readText(main, header.host, header.name);
+    member.originalSize = header.originalSize;
+    member.packedSize = header.packedSize;
+    member.crc = header.crc;
+    member.osType = osTypeOf(header.host);
+    member.attributes = attributesOf(header);
+    member.method = methodText(header.method);
+    member.encrypted = header.has(flag::kGarbled);
+    fillTimes(header, member);
+    if (header.type == FileType::kFolder && (member.name.empty() || !isSeparator(member.name.back()))) {
+        const bool backslashes =
+            !header.has(flag::kSlashes) && member.name.find('/') == std::string::npos && hasDosAttributes(header.host);
+        member.name += backslashes ? '\\' : '/';
+    }
+}
+
+}  // namespace archiver::arj

@@ -5,15 +5,10 @@
 namespace tovar {
 namespace {
 
-/// What a library without a version resource is shown with: it works as well as another.
-constexpr std::wstring_view kUnknownVersion = L"0.0.0.0";
-
 /// @return the text of a library that is there; empty when its version has no text: such a one is left aside
 std::wstring versionText(const std::wstring& path, const PathOperations& paths) {
-    if (path.empty()) return {};
     try {
-        std::wstring text = paths.FileVersionText(path);
-        return text.empty() ? std::wstring(kUnknownVersion) : text;
+        return paths.FileVersionText(path);
     } catch (const std::overflow_error&) {
         return {};
     }

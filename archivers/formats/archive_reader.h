@@ -51,10 +51,10 @@ struct Member {
 
 /// Facts of the archive as a whole, known once it is open.
 struct ArchiveFacts {
-    std::uint64_t fileSize = 0;    ///< bytes on disk
+    std::uint64_t fileSize = 0;  ///< bytes on disk
     std::uint32_t osType = os_type::kUnknown;
-    int archiveType = 0;           ///< the number that the tar library's GetArchiveType gives; 0 elsewhere
-    bool selfExtracting = false;   ///< a program stands before the archive's own bytes
+    int archiveType = 0;          ///< the number that the tar library's GetArchiveType gives; 0 elsewhere
+    bool selfExtracting = false;  ///< a program stands before the archive's own bytes
 };
 
 /// Takes a member's bytes as they are unpacked.

@@ -47,7 +47,7 @@ native_tovar() { "$build/native-debug/bin/tovar" "$@"; }
 wine_tovar() {
     local word words=()
     for word in "$@"; do
-        [ -e "$word" ] && word=$(windows_path "$word")
+        [[ "$word" == /* ]] && word=$(windows_path "$word")
         words+=("$word")
     done
     timeout 60 wine "$build/win32-release/bin/tovar.exe" "${words[@]}" </dev/null 2>"$build/logs/tovar.log"

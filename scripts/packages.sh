@@ -7,7 +7,7 @@
 # shellcheck disable=SC2034
 build_packages=(
     g++ cmake ninja-build pkg-config dpkg-dev
-    libarchive-dev libzip-dev zlib1g-dev libbz2-dev googletest
+    libarchive-dev libzip-dev liblhasa-dev libmspack-dev zlib1g-dev libbz2-dev googletest
     g++-mingw-w64-i686-posix mingw-w64-tools libz-mingw-w64-dev
 )
 run_packages=(wine wine32:i386 fonts-wine xvfb imagemagick)

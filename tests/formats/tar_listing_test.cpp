@@ -109,6 +109,23 @@ TEST(TarListing, GivesTimesOfPaxHeaders) {
     EXPECT_EQ(member.created->seconds, 999999999);
 }
 
+TEST(TarListing, SkipsMembersOfAnySize) {
+    constexpr std::uint64_t kTenGibibytes = std::uint64_t{10} << 30;
+    const std::string behind = tarMember("small", "content") + tarEnd();
+    const std::uint64_t second = 512 + kTenGibibytes;
+    const OpenResult opened =
+        openTar(std::make_unique<SparseFile>(
+                    std::map<std::uint64_t, std::string>{{0, tarHeader("large", kTenGibibytes)}, {second, behind}},
+                    second + behind.size()),
+                "x.tar");
+    ASSERT_TRUE(opened.reader);
+    const Listing listing = walk(*opened.reader);
+    EXPECT_EQ(listing.end, kNoMoreEntries);
+    ASSERT_EQ(listing.names(), (std::vector<std::string>{"large", "small"}));
+    EXPECT_EQ(listing.members[0].originalSize, kTenGibibytes);
+    EXPECT_EQ(unpack(*opened.reader, "small").bytes, "content");
+}
+
 TEST(TarListing, OfAnArchiveWithoutMembers) {
     for (const std::size_t size : {1024U, 10240U, 1024U * 1024U}) {
         const Listing listing = walk(openTar(inMemory(std::string(size, '\0')), "x.tar"));

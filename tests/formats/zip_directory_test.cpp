@@ -111,6 +111,23 @@ TEST(ZipDirectory, IsFoundByItsOffsetWhenBytesStandBehindIt) {
     expectTwoMembers(plain.substr(0, end) + "anything at all" + plain.substr(end));
 }
 
+TEST(ZipDirectory, IsFoundBeyondFourGibibytes) {
+    constexpr std::uint64_t kFiveGibibytes = std::uint64_t{5} << 30;
+    for (const bool adjusted : {false, true}) {
+        ZipBuilder builder;
+        builder.add({.name = "one.txt", .content = "first content", .offsetInZip64 = adjusted})
+            .add({.name = "two.txt", .content = "second content", .offsetInZip64 = adjusted});
+        if (adjusted) builder.startAt(kFiveGibibytes).zip64();
+        const std::string archive = builder.build();
+        const OpenResult opened = openZip(std::make_unique<SparseFile>(
+            std::map<std::uint64_t, std::string>{{kFiveGibibytes, archive}}, kFiveGibibytes + archive.size()));
+        ASSERT_TRUE(opened.reader) << opened.code;
+        EXPECT_EQ(opened.reader->facts().fileSize, kFiveGibibytes + archive.size());
+        EXPECT_EQ(walk(*opened.reader).names(), (Names{"one.txt", "two.txt"}));
+        EXPECT_EQ(unpack(*opened.reader, "two.txt").bytes, "second content");
+    }
+}
+
 TEST(ZipDirectory, OfTheLastOfJoinedArchivesIsTaken) {
     const std::string first = ZipBuilder().add({.name = "old.txt", .content = "first content"}).build();
     expectTwoMembers(first + twoMembers().build());

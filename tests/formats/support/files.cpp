@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -24,6 +25,19 @@ std::optional<std::size_t> MemoryFile::readAt(std::uint64_t offset, std::span<ch
 }
 
 std::unique_ptr<InputFile> inMemory(std::string bytes) { return std::make_unique<MemoryFile>(std::move(bytes)); }
+
+std::optional<std::size_t> SparseFile::readAt(std::uint64_t offset, std::span<char> into) const noexcept {
+    if (offset >= size_) return 0;
+    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(into.size(), size_ - offset));
+    std::fill_n(into.begin(), count, '\0');
+    for (const auto& [start, text] : texts_) {
+        const std::uint64_t from = std::max(offset, start);
+        const std::uint64_t to = std::min(offset + count, start + text.size());
+        if (from >= to) continue;
+        std::memcpy(into.data() + (from - offset), text.data() + (from - start), static_cast<std::size_t>(to - from));
+    }
+    return count;
+}
 
 TemporaryFolder::TemporaryFolder() {
     const std::filesystem::path base = std::filesystem::temp_directory_path();

@@ -1,5 +1,6 @@
 #pragma once
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -40,6 +41,21 @@ private:
 };
 
 std::unique_ptr<InputFile> inMemory(std::string bytes);
+
+/// A file of any size that holds zeros except for some texts at some offsets.
+class SparseFile final : public InputFile {
+public:
+    SparseFile(std::map<std::uint64_t, std::string> texts, std::uint64_t size)
+        : texts_(std::move(texts)), size_(size) {}
+
+    [[nodiscard]] std::uint64_t size() const noexcept override { return size_; }
+    [[nodiscard]] Moment modified() const noexcept override { return {}; }
+    [[nodiscard]] std::optional<std::size_t> readAt(std::uint64_t offset, std::span<char> into) const noexcept override;
+
+private:
+    std::map<std::uint64_t, std::string> texts_;
+    std::uint64_t size_;
+};
 
 /// A folder of this test's own; goes with everything in it.
 class TemporaryFolder {

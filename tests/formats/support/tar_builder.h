@@ -9,6 +9,9 @@ namespace archiver::test {
 std::string tarMember(const std::string& name, const std::string& content, char type = '0',
                       std::int64_t modified = 990120658);
 
+/// The header of a member whose content follows at some other place in the test's file, of any size.
+std::string tarHeader(const std::string& name, std::uint64_t size, char type = '0', std::int64_t modified = 990120658);
+
 /// One record of a pax header: "LENGTH KEY=VALUE\n", the length counting itself.
 std::string paxRecord(const std::string& key, const std::string& value);
 

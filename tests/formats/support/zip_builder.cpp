@@ -13,6 +13,11 @@ ZipBuilder& ZipBuilder::prefix(std::string bytes, bool adjustOffsets) {
     return *this;
 }
 
+ZipBuilder& ZipBuilder::startAt(std::uint64_t offset) {
+    start_ = offset;
+    return *this;
+}
+
 ZipBuilder& ZipBuilder::comment(std::string text) {
     comment_ = std::move(text);
     return *this;
@@ -30,7 +35,7 @@ ZipBuilder& ZipBuilder::claimEntries(std::uint16_t entries) {
 
 std::string ZipBuilder::build() const {
     constexpr std::uint64_t kAllOnes = 0xFFFFFFFF;
-    const std::uint64_t base = adjustOffsets_ ? prefix_.size() : 0;
+    const std::uint64_t base = start_ + (adjustOffsets_ ? prefix_.size() : 0);
     std::string locals, directory;
     for (const BuiltMember& member : members_) {
         const std::uint64_t offset = base + locals.size();

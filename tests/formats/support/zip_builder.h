@@ -27,6 +27,8 @@ class ZipBuilder {
 public:
     ZipBuilder& add(BuiltMember member);
     ZipBuilder& prefix(std::string bytes, bool adjustOffsets);
+    /// Adds to every offset, for an archive that is to stand there in a file.
+    ZipBuilder& startAt(std::uint64_t offset);
     ZipBuilder& comment(std::string text);
     /// Writes Zip64 end records, and all ones into the fields of the classic one.
     ZipBuilder& zip64();
@@ -47,6 +49,7 @@ private:
 
     std::vector<BuiltMember> members_;
     std::string prefix_, comment_;
+    std::uint64_t start_ = 0;
     bool adjustOffsets_ = false;
     bool zip64_ = false;
     int claimedEntries_ = -1;

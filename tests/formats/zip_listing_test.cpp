@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "archivers/formats/zip/zip_reader.h"
+#include "formats/support/allocations.h"
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
+#include "formats/support/zip_builder.h"
 
 /// Archives that zip, 7zz and Python made, beside what 7zz says of them.
 namespace archiver::test {
@@ -106,6 +108,24 @@ TEST(ZipListing, StartsAgain) {
     ASSERT_EQ(opened.reader->next(member), kOk);
     ASSERT_EQ(opened.reader->restart(), kOk);
     EXPECT_EQ(listed(walk(*opened.reader)), first);
+}
+
+TEST(ZipListing, TakesNoMemoryMemberByMember) {
+    const std::string time = ZipBuilder::field(0x5455, std::string("\x01") + ZipBuilder::number32(5));
+    ZipBuilder builder;
+    for (int index = 10000; index < 20000; ++index) {
+        builder.add({.name = "a name too long for a small string/" + std::to_string(index), .extra = time});
+        builder.add({.name = "日本語/" + std::to_string(index) + ".txt", .flags = 0x800});
+    }
+    const OpenResult opened = openZip(inMemory(builder.build()));
+    ASSERT_TRUE(opened.reader);
+    Member member;
+    for (int index = 0; index < 2; ++index) ASSERT_EQ(opened.reader->next(member), kOk);
+    const std::size_t before = allocationCount();
+    std::size_t members = 2;
+    while (opened.reader->next(member) == kOk) ++members;
+    EXPECT_EQ(allocationCount(), before);
+    EXPECT_EQ(members, 20000U);
 }
 
 }  // namespace

@@ -61,6 +61,49 @@ build_libarchive() {
     touch "$deps_prefix/include/libarchive-64-bit-times"
 }
 
+# Makes a library of some C sources that need nothing but the C library, and so none of their project's own makefiles.
+# $1: library; then flags; after "--" the sources
+compile_library() {
+    local library=$1 flags=() source objects
+    shift
+    while [ "$1" != -- ]; do
+        flags+=("$1")
+        shift
+    done
+    shift
+    objects=$deps/build/$library
+    rm -rf "$objects"
+    mkdir -p "$objects" "$deps_prefix/lib" "$deps_prefix/include"
+    for source in "$@"; do
+        $deps_host-gcc-posix -O2 -fno-strict-aliasing "${flags[@]}" -c "$source" -o "$objects/$(basename "$source" .c).o"
+    done
+    rm -f "$deps_prefix/lib/$library.a"
+    $deps_host-ar rcs "$deps_prefix/lib/$library.a" "$objects"/*.o
+}
+
+# Only its decoders; the sources that they include are none of their own.
+build_lhasa() {
+    fetch_source lhasa
+    local lib=$deps/src/lhasa/lib name sources=()
+    for name in crc16 lha_decoder lha_endian null_decoder lh1_decoder lh5_decoder lh6_decoder lh7_decoder lhx_decoder \
+        lz5_decoder lzs_decoder pm1_decoder pm2_decoder; do
+        sources+=("$lib/$name.c")
+    done
+    compile_library liblhasa -I"$lib" -I"$lib/public" -- "${sources[@]}"
+    mkdir -p "$deps_prefix/include/liblhasa-1.0"
+    cp "$lib"/public/*.h "$deps_prefix/include/liblhasa-1.0"
+}
+
+# Only what reads cabinets.
+build_libmspack() {
+    fetch_source libmspack
+    local lib=$deps/src/libmspack/mspack name sources=()
+    for name in system cabd lzxd mszipd qtmd; do sources+=("$lib/$name.c"); done
+    # Offsets of 64 bits; its users have to be compiled likewise.
+    compile_library libmspack -I"$lib" -D_FILE_OFFSET_BITS=64 -DSIZEOF_OFF_T=8 -DHAVE_INTTYPES_H=1 -- "${sources[@]}"
+    cp "$lib/mspack.h" "$deps_prefix/include"
+}
+
 # The interface definitions that ours import; unpacked beside the build, as nothing of that package has to be installed.
 build_idl() {
     local dir=$deps/idl-package
@@ -74,7 +117,7 @@ build_idl() {
 build_dependencies() {
     local name
     mkdir -p "$deps/done"
-    for name in idl bzip2 libzip libarchive; do
+    for name in idl bzip2 libzip libarchive lhasa libmspack; do
         [ -e "$deps/done/$name" ] && continue
         say "Preparing $name for 32-bit Windows (once)"
         logged "dependency-$name" bash -euo pipefail -c ". '$root/scripts/common.sh'; build_$name"

@@ -16,10 +16,9 @@ enum class PatternScope : std::uint8_t {
 /// The words of a text: blanks, tabs and line ends part them, double quotes group and are removed; there is no escape.
 std::vector<std::string> splitWords(std::string_view text);
 
-/// Patterns that choose members by name. "*" stands for any characters but a separator, "?" for one; case is ignored
-/// and
-/// "/" equals "\". A ".*" at the end also matches a name without a dot, so "*.*" is everything. A pattern that ends in
-/// a separator, or in "/*" or "/*.*", chooses all that lies below that folder, at any depth.
+/// Patterns that choose members by name. "*" stands for any characters but a separator, "?" for one; case is ignored,
+/// and "/" equals "\". A ".*" at the end also matches a name without a dot, so "*.*" is everything. A pattern that
+/// ends in a separator, or in "/*" or "/*.*", chooses all that lies below that folder, at any depth.
 class WildcardSet {
 public:
     /// @param patterns  UTF-8, several patterns parted by blanks; none at all is everything

@@ -28,9 +28,8 @@ public:
 
     /// Lists the archive anew, builds the folder tree and shows one folder; the root when there is no such folder.
     /// @param folderKey  "\" for the root, "\a\b\" for the folder b in the folder a
-    /// @return false when the window is gone or is being filled already; a failed listing shows the driver's own
-    /// message
-    ///         and leaves an empty root
+    /// @return false when the window is gone or is being filled already. A failed listing shows the driver's own
+    ///         message and leaves an empty root.
     virtual bool FillControl(std::wstring_view folderKey) = 0;
 
     /// While suspended the window does not repaint; everything is painted anew afterwards.

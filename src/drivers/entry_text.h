@@ -18,9 +18,8 @@ namespace tovar {
 [[nodiscard]] std::optional<CalendarDate> calendarDateOf(std::uint16_t dosDate) noexcept;
 
 /// Time of a DOS time word: bits 0-4 two-second steps, 5-10 minutes, 11-15 hours.
-/// @return the second is the number of two-second steps, not doubled; nullopt for an hour above 23, a minute above 59
-/// or
-///         a step above 29
+/// @return the second is the number of two-second steps, not doubled; nullopt for an hour above 23, a minute above
+///         59 or a step above 29
 /// Source: Windows SDK documentation, DosDateTimeToFileTime
 [[nodiscard]] std::optional<ClockTime> clockTimeOf(std::uint16_t dosTime) noexcept;
 

@@ -27,8 +27,7 @@ public:
     void saveSettings();
 
     /// @return the value, or `fallback` when it cannot be read; a text, when a text type is asked for, without blanks
-    /// at
-    ///         its ends and cut at its first NUL
+    ///         at its ends and cut at its first NUL
     [[nodiscard]] RegistryValue getSetting(RegistryHive hive, const std::wstring& section, const std::wstring& name,
                                            RegistryType type, const RegistryValue& fallback);
     void putSetting(RegistryHive hive, const std::wstring& section, const std::wstring& name, RegistryType type,

@@ -26,8 +26,7 @@ public:
     void SetWorkingFolder(std::wstring_view path);
 
     /// @return the current folder with a trailing separator: of the path's drive, which becomes the current drive, or
-    /// of
-    ///         the current drive when the path names none
+    ///         of the current drive when the path names none
     [[nodiscard]] std::wstring CurrentFolderOf(std::wstring_view path);
 
     /// Makes a path absolute by the current folder. Of leading "..\" only one is resolved.

@@ -2,10 +2,9 @@
 #include <string>
 #include <string_view>
 
-/// Paths as texts: nothing here looks at a file system. Two separators are known, "\" and "/". A path's own separator
-/// is
-/// "\" when it holds one, otherwise "/" when it holds one; a path that mixes both counts as a "\" path. No function
-/// changes case, collapses separators or removes "." and ".." segments.
+/// Paths as texts: nothing here looks at a file system. Two separators are known, "\" and "/". A path's own one is "\"
+/// when it holds one, otherwise "/" when it holds one; a path that mixes both counts as a "\" path. No function changes
+/// case, collapses separators or removes "." and ".." segments.
 namespace tovar {
 
 /// @return whether characters 2 and 3 are ":\", as in "C:\x"; not so for "C:" and "C:dir"

@@ -33,8 +33,7 @@ public:
     /// Writes a new list file into the work folder.
     /// @param codec  the 8-bit form in which the archiver library reads its lists
     /// @return its full path. A file that cannot be written stays empty. Throws SystemError: kNoUnicodeTranslation for
-    /// a
-    ///         character that the codec cannot encode (nothing is created then), else what MakeTempFileName throws.
+    ///         a character that the codec cannot encode (nothing is created then), else what MakeTempFileName throws.
     std::wstring WriteTempListFile(std::wstring_view text, const TextCodec& codec);
 
     /// Turns names into the text of a list file: one a line, quoted where needed; names of nothing are dropped.

@@ -67,11 +67,11 @@ int Console::forEach(const Arguments& arguments, Command command) {
         } else if (row == nullptr) {
             complain(name + L": this is no archive's name");
             note(kBadArchive);
-        } else if ((availabilityMask(versions_) & row->bit) == 0) {
+        } else if (!system_.reads(*row)) {
             complain(name + L": the library " + std::wstring(row->library) + L" is missing or too old");
             note(kNoLibrary);
         } else {
-            const auto driver = row->makeDriver(services_);
+            const auto driver = row->makeDriver(system_.drivers());
             if (!driver->CheckArchive(file)) {
                 complain(name + L": this is no good " + kindWord(*row) + L" archive");
                 note(kBadArchive);

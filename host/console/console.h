@@ -2,9 +2,8 @@
 #include <string>
 #include <string_view>
 
-#include "front/kind_table.h"
-#include "front/library_check.h"
 #include "host/console/arguments.h"
+#include "host/console/system_services.h"
 
 namespace tovar::host {
 
@@ -32,8 +31,7 @@ enum ExitCode { kGood = 0, kBadArchive = 1, kBadLine = 2, kNoLibrary = 3 };
 /// The console host's commands, on the component's own drivers.
 class Console {
 public:
-    Console(ConsoleOutput& output, const DriverServices& services, const LibraryVersions& versions)
-        : output_(output), services_(services), versions_(versions) {}
+    Console(ConsoleOutput& output, SystemServices& system) : output_(output), system_(system) {}
 
     /// @return the exit code: that of the first archive with which not all is well
     int run(const Arguments& arguments);
@@ -47,8 +45,7 @@ private:
     void complain(const std::wstring& text);
 
     ConsoleOutput& output_;
-    DriverServices services_;
-    const LibraryVersions& versions_;
+    SystemServices& system_;
 };
 
 }  // namespace tovar::host

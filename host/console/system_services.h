@@ -24,12 +24,11 @@ struct SystemParts {
 class SystemServices {
 public:
     /// @param messages  outlives this object
-    explicit SystemServices(MessageBoxes& messages)
-        : messages_(messages), versions_(CheckArchiverLibraries(drivers(), operations_)) {}
+    explicit SystemServices(MessageBoxes& messages) : messages_(messages) {}
 
     [[nodiscard]] DriverServices drivers() { return {libraries_, messages_, parts_.regional}; }
-    /// Which libraries can be used.
-    [[nodiscard]] const LibraryVersions& versions() const { return versions_; }
+    /// Whether the archives of a kind can be read. Only that kind's library is loaded for the answer.
+    [[nodiscard]] bool reads(const KindRow& row) { return !CheckKind(row, drivers(), operations_).empty(); }
 
 private:
     MessageBoxes& messages_;
@@ -39,7 +38,6 @@ private:
     LibraryFinder finder_{*parts_.paths, *parts_.files, *folders_, parts_.programFolder};
     ArchiverLibraries libraries_{*loader_, finder_, *parts_.ansi, *parts_.paths};
     PathOperations operations_{*parts_.files, *parts_.paths, *parts_.information, messages_};
-    LibraryVersions versions_;
 };
 
 }  // namespace tovar::host

@@ -14,15 +14,6 @@ std::wstring versionText(const std::wstring& path, const PathOperations& paths) 
     }
 }
 
-std::wstring checkRow(const KindRow& row, const DriverServices& services, const PathOperations& paths) {
-    if (row.reads() && row.makeDriver == nullptr) return {};
-    if (!row.minimumVersion) return versionText(services.libraries.pathOf(row.library), paths);
-    const std::unique_ptr<ArchiveDriver> driver = row.makeDriver(services);
-    auto* const common = dynamic_cast<CommonDriver*>(driver.get());
-    if (common == nullptr) return {};
-    return CheckLibrary(row.library, *common, *row.minimumVersion, services.libraries, paths);
-}
-
 }  // namespace
 
 std::wstring CheckLibrary(std::wstring_view library, CommonDriver& driver, std::uint16_t minimumVersion,
@@ -34,13 +25,22 @@ std::wstring CheckLibrary(std::wstring_view library, CommonDriver& driver, std::
     return versionText(path, paths);
 }
 
+std::wstring CheckKind(const KindRow& row, const DriverServices& services, const PathOperations& paths) {
+    if (row.reads() && row.makeDriver == nullptr) return {};
+    if (!row.minimumVersion) return versionText(services.libraries.pathOf(row.library), paths);
+    const std::unique_ptr<ArchiveDriver> driver = row.makeDriver(services);
+    auto* const common = dynamic_cast<CommonDriver*>(driver.get());
+    if (common == nullptr) return {};
+    return CheckLibrary(row.library, *common, *row.minimumVersion, services.libraries, paths);
+}
+
 LibraryVersions CheckArchiverLibraries(const DriverServices& services, const PathOperations& paths) {
     LibraryVersions versions;
     // Libraries with a version of their own come first, those whose presence is enough after them.
     for (const bool versioned : {true, false}) {
         for (const KindRow& row : kindTable()) {
             if (row.minimumVersion.has_value() != versioned) continue;
-            const std::wstring& text = versions[row.bit] = checkRow(row, services, paths);
+            const std::wstring& text = versions[row.bit] = CheckKind(row, services, paths);
             if (row.creationBit != kind::kNone) versions[row.creationBit] = text;
         }
     }

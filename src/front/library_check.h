@@ -21,6 +21,10 @@ using LibraryVersions = std::map<ArchiveKind, std::wstring>;
 [[nodiscard]] std::wstring CheckLibrary(std::wstring_view library, CommonDriver& driver, std::uint16_t minimumVersion,
                                         const ArchiverLibraries& libraries, const PathOperations& paths);
 
+/// Checks the library of one row.
+/// @return its file version; empty when it cannot serve
+[[nodiscard]] std::wstring CheckKind(const KindRow& row, const DriverServices& services, const PathOperations& paths);
+
 /// Checks every library of the kind table.
 [[nodiscard]] LibraryVersions CheckArchiverLibraries(const DriverServices& services, const PathOperations& paths);
 

@@ -10,7 +10,7 @@ int wmain(int count, wchar_t** arguments) try {
     tovar::host::StandardOutput output;
     tovar::host::ConsoleMessages messages(output);
     tovar::host::SystemServices system(messages);
-    return tovar::host::Console(output, system.drivers(), system.versions()).run(tovar::host::parseArguments(words));
+    return tovar::host::Console(output, system).run(tovar::host::parseArguments(words));
 } catch (const std::exception& error) {
     std::fprintf(stderr, "tovar: %s\n", error.what());
     return tovar::host::kBadArchive;

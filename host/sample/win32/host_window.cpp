@@ -1,6 +1,7 @@
 #include "host/sample/win32/host_window.h"
 
 #include <commctrl.h>
+#include <shellapi.h>
 
 #include <cstdio>
 #include <cwchar>
@@ -19,6 +20,16 @@ struct Button {
 constexpr Button kButtons[] = {
     {kUp, L"&Up", 60}, {kOpen, L"&Open", 80}, {kCompress, L"&Compress", 100}, {kConfigure, L"Con&figure", 100}};
 constexpr int kMargin = 6, kButtonHeight = 26, kFirstColumn = 420, kSecondColumn = 120;
+
+/// The system's small icon of an item, by its name alone.
+/// @param images  receives the image list that the number is for
+int iconOf(const FolderItem& item, HIMAGELIST* images = nullptr) {
+    SHFILEINFOW info{};
+    const auto list = ::SHGetFileInfoW(item.name.c_str(), item.isFolder ? FILE_ATTRIBUTE_DIRECTORY : 0, &info,
+                                       sizeof info, SHGFI_SYSICONINDEX | SHGFI_SMALLICON | SHGFI_USEFILEATTRIBUTES);
+    if (images != nullptr) *images = reinterpret_cast<HIMAGELIST>(list);
+    return info.iIcon;
+}
 
 std::wstring textSize(const FolderItem& item) { return item.isFolder ? std::wstring() : std::to_wstring(item.size); }
 
@@ -110,6 +121,9 @@ bool HostWindow::onCreate() {
                       kList);
     status_ = makeChild(STATUSCLASSNAMEW, L"", SBARS_SIZEGRIP, kStatus);
     ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT);
+    HIMAGELIST images = nullptr;
+    iconOf({L"folder", true, 0}, &images);
+    ListView_SetImageList(list_, images, LVSIL_SMALL);
     const struct {
         const wchar_t* text;
         int width, format;
@@ -209,11 +223,11 @@ void HostWindow::showFolder(const std::wstring& path, const std::vector<FolderIt
     ListView_SetItemCount(list_, static_cast<int>(items.size()));
     int row = 0;
     for (const auto& each : items) {
-        const std::wstring text = each.isFolder ? L"[" + each.name + L"]" : each.name;
         LVITEMW item{};
-        item.mask = LVIF_TEXT;
+        item.mask = LVIF_TEXT | LVIF_IMAGE;
         item.iItem = row++;
-        item.pszText = const_cast<wchar_t*>(text.c_str());
+        item.iImage = iconOf(each);
+        item.pszText = const_cast<wchar_t*>(each.name.c_str());
         ::SendMessageW(list_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
         const std::wstring size = textSize(each);
         item.iSubItem = 1;
@@ -228,15 +242,12 @@ void HostWindow::showStatus(const std::wstring& text) {
     ::SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-bool HostWindow::start(const std::wstring& path) {
+std::wstring HostWindow::showStart(const std::wstring& path) {
     std::error_code error;
     const auto full = std::filesystem::absolute(path.empty() ? L"." : path, error);
-    if (std::filesystem::is_directory(full, error)) {
-        presenter_->showFolder(full);
-        return false;
-    }
-    presenter_->showFolder(full.parent_path());
-    return presenter_->openFile(full);
+    const bool isFolder = std::filesystem::is_directory(full, error);
+    presenter_->showFolder(isFolder ? full : full.parent_path());
+    return isFolder ? std::wstring() : full.wstring();
 }
 
 void HostWindow::paintNow() const {

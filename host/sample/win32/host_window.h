@@ -18,9 +18,12 @@ public:
     /// @return whether the window could be made; says why on standard error when not
     bool create(HINSTANCE instance);
 
-    /// Shows what the program was started with: an archive is opened in its folder, a folder is shown.
+    /// Shows the folder that the program was started with, or the one in which its archive lies.
+    /// @return the archive's full path; empty for a folder
+    std::wstring showStart(const std::wstring& path);
+
     /// @return whether the archive browser came up
-    bool start(const std::wstring& path);
+    bool open(const std::wstring& archive) { return presenter_->openFile(archive); }
 
     /// Runs until the window is closed.
     int run();

@@ -69,9 +69,11 @@ int wmain(int count, wchar_t** arguments) {
         if (window.create(::GetModuleHandleW(nullptr))) {
             ::ShowWindow(window.hwnd(), SW_SHOW);
             const UINT_PTR timer = report ? ::SetTimer(nullptr, 0, 100, &reportMessage) : 0;
+            const std::wstring archive = window.showStart(path);
+            window.paintNow();
             LARGE_INTEGER begin;
             ::QueryPerformanceCounter(&begin);
-            const bool shown = window.start(path);
+            const bool shown = !archive.empty() && window.open(archive);
             window.paintNow();
             if (report) {
                 ::KillTimer(nullptr, timer);

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "archivers/convention/system.h"
-#include "archivers/convention/utf8.h"
+#include "archivers/formats/utf8.h"
 
 namespace archiver {
 

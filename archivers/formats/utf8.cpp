@@ -10,34 +10,39 @@ namespace {
 constexpr bool isHighSurrogate(char32_t unit) noexcept { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool isLowSurrogate(char32_t unit) noexcept { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-/// Length of the character at the start of `bytes`; 0 when there is none.
-std::size_t characterLength(std::string_view bytes) noexcept {
-    const auto at = [&](std::size_t index) { return static_cast<unsigned char>(bytes[index]); };
-    const unsigned char first = at(0);
-    if (first < 0x80) return 1;
-    // The second byte's range depends on the first one; that rules out overlong forms, surrogates and large values.
-    std::size_t length = 0;
-    unsigned char low = 0x80;
-    unsigned char high = 0xBF;
-    if (first >= 0xC2 && first <= 0xDF) {
-        length = 2;
-    } else if (first >= 0xE0 && first <= 0xEF) {
-        length = 3;
-        if (first == 0xE0) low = 0xA0;
-        if (first == 0xED) high = 0x9F;
-    } else if (first >= 0xF0 && first <= 0xF4) {
-        length = 4;
-        if (first == 0xF0) low = 0x90;
-        if (first == 0xF4) high = 0x8F;
-    }
-    if (length == 0 || bytes.size() < length || at(1) < low || at(1) > high) return 0;
-    for (std::size_t index = 2; index < length; ++index) {
-        if (at(index) < 0x80 || at(index) > 0xBF) return 0;
-    }
-    return length;
-}
-
 }  // namespace
+
+DecodedCharacter decodeCharacter(std::string_view utf8) noexcept {
+    const auto byteAt = [utf8](std::size_t index) { return static_cast<unsigned char>(utf8[index]); };
+    const unsigned char lead = byteAt(0);
+    if (lead < 0x80) {
+        return {lead, 1, true};
+    }
+    // The lowest value of each length: what is below has a shorter form.
+    std::size_t length = 0;
+    char32_t value = 0;
+    char32_t lowest = 0;
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        length = 2, value = lead & 0x1F, lowest = 0x80;
+    } else if ((lead & 0xF0) == 0xE0) {
+        length = 3, value = lead & 0x0F, lowest = 0x800;
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+        length = 4, value = lead & 0x07, lowest = 0x10000;
+    } else {
+        return {};
+    }
+    for (std::size_t index = 1; index < length; ++index) {
+        if (index == utf8.size() || (byteAt(index) & 0xC0) != 0x80) {
+            return {kNoCharacter, index, false};
+        }
+        value = (value << 6) | (byteAt(index) & 0x3F);
+    }
+    const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
+    if (value < lowest || surrogate || value > 0x10FFFF) {
+        return {};
+    }
+    return {value, length, true};
+}
 
 bool isAscii(std::string_view bytes) noexcept {
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
@@ -53,17 +58,19 @@ bool isAscii(std::string_view bytes) noexcept {
     return rest < 0x80;
 }
 
+bool isPlainAscii(std::string_view text) noexcept { return isAscii(text) && text.find('\0') == text.npos; }
+
 bool isUtf8(std::string_view bytes) noexcept {
     while (!bytes.empty()) {
-        const std::size_t length = characterLength(bytes);
-        if (length == 0) return false;
-        bytes.remove_prefix(length);
+        const DecodedCharacter next = decodeCharacter(bytes);
+        if (!next.valid) return false;
+        bytes.remove_prefix(next.length);
     }
     return true;
 }
 
 void appendUtf8(char32_t character, std::string& utf8) {
-    if (character > 0x10FFFF || (character >= 0xD800 && character <= 0xDFFF)) character = 0xFFFD;
+    if (character > 0x10FFFF || (character >= 0xD800 && character <= 0xDFFF)) character = kNoCharacter;
     const auto continuation = [&](int shift) { return static_cast<char>(0x80 | (character >> shift & 0x3F)); };
     if (character < 0x80) {
         utf8 += static_cast<char>(character);

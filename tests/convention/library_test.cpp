@@ -2,7 +2,6 @@
 
 #include <set>
 
-#include "archivers/convention/utf8.h"
 #include "archivers/formats/utf8.h"
 #include "convention/fake_library.h"
 

@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "archivers/convention/text_codec.h"
-#include "archivers/convention/utf8.h"
 #include "archivers/formats/utf8.h"
 
 namespace archiver {

@@ -1,5 +1,3 @@
-#include "archivers/convention/utf8.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,58 +9,6 @@ namespace archiver {
 namespace {
 
 using std::string_view_literals::operator""sv;
-
-struct CharacterCase {
-    const char* name;
-    std::string_view bytes;
-    bool valid;
-    char32_t value;
-    std::size_t length;
-};
-
-class DecodeCharacter : public ::testing::TestWithParam<CharacterCase> {};
-
-TEST_P(DecodeCharacter, ReadsWholeCharactersOnly) {
-    const DecodedCharacter read = decodeCharacter(GetParam().bytes);
-    EXPECT_EQ(read.valid, GetParam().valid);
-    EXPECT_EQ(read.value, GetParam().value);
-    EXPECT_EQ(read.length, GetParam().length);
-}
-
-INSTANTIATE_TEST_SUITE_P(Texts, DecodeCharacter,
-                         ::testing::Values(CharacterCase{"Letter", "ab", true, U'a', 1},
-                                           CharacterCase{"Nul", "\0a"sv, true, 0, 1},
-                                           CharacterCase{"TwoBytes", "\xC3\xA4z", true, 0xE4, 2},
-                                           CharacterCase{"LowestOfTwo", "\xC2\x80", true, 0x80, 2},
-                                           CharacterCase{"ThreeBytes", "\xE8\xA1\xA8", true, 0x8868, 3},
-                                           CharacterCase{"LowestOfThree", "\xE0\xA0\x80", true, 0x800, 3},
-                                           CharacterCase{"FourBytes", "\xF0\x9F\x98\x80", true, 0x1F600, 4},
-                                           CharacterCase{"Highest", "\xF4\x8F\xBF\xBF", true, 0x10FFFF, 4},
-                                           CharacterCase{"AboveHighest", "\xF4\x90\x80\x80", false, kNoCharacter, 1},
-                                           CharacterCase{"LeadF5", "\xF5\x80\x80\x80", false, kNoCharacter, 1},
-                                           CharacterCase{"OverlongTwo", "\xC0\xAF", false, kNoCharacter, 1},
-                                           CharacterCase{"OverlongThree", "\xE0\x80\xAF", false, kNoCharacter, 1},
-                                           CharacterCase{"OverlongFour", "\xF0\x80\x80\xAF", false, kNoCharacter, 1},
-                                           CharacterCase{"Surrogate", "\xED\xA0\x80", false, kNoCharacter, 1},
-                                           CharacterCase{"LoneContinuation", "\x80z", false, kNoCharacter, 1},
-                                           CharacterCase{"CutShort", "\xE8\xA1", false, kNoCharacter, 2},
-                                           CharacterCase{"BrokenOff", "\xE8\xA1z", false, kNoCharacter, 2},
-                                           CharacterCase{"LeadAlone", "\xE8", false, kNoCharacter, 1}),
-                         [](const auto& each) { return std::string(each.param.name); });
-
-TEST(IsPlainAscii, LooksAtEveryByte) {
-    EXPECT_TRUE(isPlainAscii(""));
-    EXPECT_TRUE(isPlainAscii("docs/read me.txt"));
-    const std::string plain(21, '\x7F');
-    ASSERT_TRUE(isPlainAscii(plain));
-    for (std::size_t index = 0; index < plain.size(); ++index) {
-        for (const char wrong : {'\0', '\x80', '\xFF'}) {
-            std::string text = plain;
-            text[index] = wrong;
-            EXPECT_FALSE(isPlainAscii(text)) << index;
-        }
-    }
-}
 
 /// Encodes into a buffer of `size` bytes and looks that nothing behind it is touched.
 std::string encoded(const TextCodec& codec, std::string_view utf8, std::size_t size, bool& whole) {

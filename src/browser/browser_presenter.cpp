@@ -2,6 +2,7 @@
 
 #include "shell/letter_case.h"
 #include "shell/paths.h"
+#include "shell/scoped_flag.h"
 
 namespace tovar {
 namespace {
@@ -20,18 +21,6 @@ std::wstring withoutEvery(std::wstring_view text, std::wstring_view part) {
 bool startsAlike(std::wstring_view text, std::wstring_view beginning) {
     return text.size() >= beginning.size() && foldCase(text.substr(0, beginning.size())) == foldCase(beginning);
 }
-
-/// True while an operation runs that must not begin a second time.
-class Running {
-public:
-    explicit Running(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Running() { flag_ = false; }
-    Running(const Running&) = delete;
-    Running& operator=(const Running&) = delete;
-
-private:
-    bool& flag_;
-};
 
 }  // namespace
 
@@ -59,7 +48,7 @@ void BrowserPresenter::onUnload() {
 
 bool BrowserPresenter::fill(std::wstring_view folderKey) {
     if (filling_ || view_.hWnd() == nullptr) return false;
-    const Running running(filling_);
+    const ScopedFlag filling(filling_);
     const std::wstring wanted(folderKey);
     current_.reset();
     selectedRows_ = 0;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "shell/paths.h"
+#include "shell/scoped_flag.h"
 
 namespace tovar {
 namespace {
@@ -20,18 +21,6 @@ constexpr std::wstring_view kRefused =
     L"\r\n"
     L"It might be corrupted archive.\r\n"
     L"It will be tried by external program !!!";
-
-/// Set while something goes on.
-class Flag {
-public:
-    explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Flag() { flag_ = false; }
-    Flag(const Flag&) = delete;
-    Flag& operator=(const Flag&) = delete;
-
-private:
-    bool& flag_;
-};
 
 class Hourglass {
 public:
@@ -95,7 +84,7 @@ void TovarOperations::SetFont(std::wstring_view sFontName, FontHandle hFont) {
 
 void TovarOperations::Configure() {
     if (ports_.configuration == nullptr || ports_.state.configuring) return;
-    const Flag configuring(ports_.state.configuring);
+    const ScopedFlag configuring(ports_.state.configuring);
     ports_.configuration->showModal();
 }
 
@@ -104,7 +93,7 @@ bool TovarOperations::CanCreateArchive() const noexcept { return (ports_.state.e
 bool TovarOperations::CreateArchive(std::wstring_view sArcFile, std::wstring_view sArcDir, std::wstring_view sArcList,
                                     HostWindow* fParent) {
     if (sArcFile.empty() || sArcDir.empty() || ports_.state.creating) return false;
-    const Flag creating(ports_.state.creating);
+    const ScopedFlag creating(ports_.state.creating);
     ports_.pump.processPending();
     ports_.state.archiveFile = sArcFile;
     ports_.state.archiveFolder = sArcDir;
@@ -120,7 +109,7 @@ bool TovarOperations::CreateArchive(std::wstring_view sArcFile, std::wstring_vie
 bool TovarOperations::OpenArchive(std::wstring_view sArcFile, std::wstring_view sArcDir, HostWindow* fParent) {
     // A library that lets messages run while it looks at a file must not be given another one meanwhile.
     if (sArcFile.empty() || ports_.state.opening) return false;
-    const Flag opening(ports_.state.opening);
+    const ScopedFlag opening(ports_.state.opening);
     bool shown = false;
     const Hourglass hourglass(ports_.pointer);
     attempt([&] {
@@ -192,7 +181,7 @@ bool TovarOperations::show(const std::wstring& file, const std::wstring& folder,
 
 void TovarOperations::unloadWindows() {
     if (ports_.state.unloading) return;
-    const Flag unloading(ports_.state.unloading);
+    const ScopedFlag unloading(ports_.state.unloading);
     closeSession(ports_.state);
 }
 

@@ -9,6 +9,7 @@
 #include "browser/win32/browser_controls.h"
 #include "browser/win32/child_control.h"
 #include "shell/paths.h"
+#include "shell/scoped_flag.h"
 #include "shell/win32/dpi.h"
 #include "shell/win32/system_icons.h"
 #include "shell/win32/visual_styles.h"
@@ -24,18 +25,6 @@ UniqueIcon iconOfFile(const std::wstring& path) {
     const UINT flags = SHGFI_ICON | SHGFI_SMALLICON | SHGFI_USEFILEATTRIBUTES;
     return UniqueIcon(ShellFileInfo(shortFileName(FileNamePart(path)), flags, info) != 0 ? info.hIcon : nullptr);
 }
-
-/// While it lives the selection in the tree changes by the program's hand.
-class Selecting {
-public:
-    explicit Selecting(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Selecting() { flag_ = false; }
-    Selecting(const Selecting&) = delete;
-    Selecting& operator=(const Selecting&) = delete;
-
-private:
-    bool& flag_;
-};
 
 }  // namespace
 
@@ -199,19 +188,19 @@ void fArcMain::setTitle(std::wstring_view title) { ::SetWindowTextW(hwnd(), std:
 
 void fArcMain::clear() {
     {
-        const Selecting selecting(selecting_);
+        const ScopedFlag selecting(selecting_);
         tree_.clear();
     }
     list_.clear();
 }
 
 void fArcMain::showFolders() {
-    const Selecting selecting(selecting_);
+    const ScopedFlag selecting(selecting_);
     tree_.show(presenter_.folders());
 }
 
 void fArcMain::selectFolder(Folder folder, bool expand) {
-    const Selecting selecting(selecting_);
+    const ScopedFlag selecting(selecting_);
     tree_.select(folder, expand);
 }
 

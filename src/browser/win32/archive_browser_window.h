@@ -130,7 +130,7 @@ private:
     ContentsView list_;
     Splitter splitter_;
     BrowserPresenter presenter_;
-    bool selecting_ = false;
+    bool selecting_ = false;  ///< the selection in the tree changes by the program's hand now
     bool captionActive_ = false;
     bool closeWanted_ = false;
     bool paintingSuspended_ = false;

@@ -30,10 +30,10 @@ struct PluginState {
     std::wstring fontName;
     FontHandle hFont = nullptr;
 
-    std::wstring archiveFile;    ///< full path of the archive that is browsed or created
-    std::wstring archiveFolder;  ///< the host's folder it belongs to, or the target folder
-    ArchiveKind archiveKind = kind::kNone;
-    std::wstring fileList;  ///< for creating, as the host handed it over
+    std::wstring archiveFile;               ///< full path of the archive that is browsed or created
+    std::wstring archiveFolder;             ///< the host's folder it belongs to, or the target folder
+    ArchiveKind archiveKind = kind::kNone;  ///< of the archive that is browsed; none without one
+    std::wstring fileList;                  ///< for creating, as the host handed it over
 
     bool busy = false;                        ///< from showing the browser until its window is gone
     std::shared_ptr<BrowserSession> session;  ///< null while no archive is shown or being opened

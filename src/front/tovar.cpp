@@ -51,6 +51,7 @@ void onUnloaded(PluginState& state, const std::weak_ptr<BrowserSession>& weakSes
     if (state.session == session) {
         state.session = nullptr;
         state.busy = false;
+        state.archiveKind = kind::kNone;
     }
     if (session->watch) session->watch->whenIdle([session] {});
 }

@@ -46,6 +46,14 @@ TEST_F(OpenArchive, StoresTheArchiveForAll) {
     EXPECT_EQ(state.archiveKind, kind::kTar);
 }
 
+TEST_F(OpenArchive, KnowsNoKindOnceTheBrowserIsGone) {
+    TovarOperations object(ports());
+    ASSERT_TRUE(open(object));
+    EXPECT_EQ(state.archiveKind, kind::kZip);
+    browsers.alive.at(0)->vanish();
+    EXPECT_EQ(state.archiveKind, kind::kNone);
+}
+
 TEST_F(OpenArchive, TakesTheArchivesFolderForAnEmptyOne) {
     TovarOperations object(ports());
     ASSERT_TRUE(open(object, LR"(C:\Archives\a.zip)", L""));

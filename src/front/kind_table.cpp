@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "drivers/un_arj.h"
+#include "drivers/un_rar.h"
 #include "drivers/un_tar.h"
 #include "drivers/un_zip.h"
 #include "shell/paths.h"
@@ -31,8 +33,16 @@ constexpr KindRow kRows[] = {
      .extensions = kZipNames,
      .minimumVersion = 78,
      .makeDriver = &make<cUnZip>},
-    {.bit = kind::kArj, .library = L"UnArj32j.dll", .extensions = kArjNames, .minimumVersion = 12},
-    {.bit = kind::kRar, .library = L"UnRar32.dll", .extensions = kRarNames, .minimumVersion = 0},
+    {.bit = kind::kArj,
+     .library = L"UnArj32j.dll",
+     .extensions = kArjNames,
+     .minimumVersion = 12,
+     .makeDriver = &make<cUnARJ>},
+    {.bit = kind::kRar,
+     .library = L"UnRar32.dll",
+     .extensions = kRarNames,
+     .minimumVersion = 0,
+     .makeDriver = &make<cUnRAR>},
     {.bit = kind::kLzh,
      .library = L"UnLha32.dll",
      .extensions = kLzhNames,

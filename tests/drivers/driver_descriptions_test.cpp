@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "drivers/fakes/driver_fixture.h"
+#include "drivers/un_arj.h"
+#include "drivers/un_rar.h"
 #include "drivers/un_tar.h"
 #include "drivers/un_zip.h"
 
@@ -15,6 +17,16 @@ protected:
 class UnTar : public testing::Test, protected test::DriverFixture {
 protected:
     cUnTar tar{library, messages, regional};
+};
+
+class UnRar : public testing::Test, protected test::DriverFixture {
+protected:
+    cUnRAR rar{library, messages, regional};
+};
+
+class UnArj : public testing::Test, protected test::DriverFixture {
+protected:
+    cUnARJ arj{library, messages, regional};
 };
 
 TEST_F(UnZip, IsDescribed) {
@@ -51,6 +63,40 @@ TEST_F(UnTar, IsDescribed) {
     EXPECT_EQ(unTar.columns.crcHeader, L"CRC");
 }
 
+TEST_F(UnRar, IsDescribed) {
+    const DriverDescription& unRar = rar.description();
+    EXPECT_EQ(&unRar, &cUnRAR::kDescription);
+    EXPECT_EQ(unRar.library, L"UnRar32.dll");
+    EXPECT_EQ(unRar.prefix, "Unrar");
+    EXPECT_EQ(unRar.messageTitle, L"RAR Message");
+    EXPECT_EQ(unRar.minimumVersion, 0);
+    EXPECT_TRUE(unRar.hasCursorMode);
+    EXPECT_FALSE(unRar.changeable);
+    EXPECT_TRUE(unRar.columns.attributes);
+    EXPECT_TRUE(unRar.columns.packed);
+    EXPECT_TRUE(unRar.columns.ratio);
+    EXPECT_TRUE(unRar.columns.type);
+    EXPECT_TRUE(unRar.columns.crc);
+    EXPECT_EQ(unRar.columns.crcHeader, L"CRC");
+}
+
+TEST_F(UnArj, IsDescribed) {
+    const DriverDescription& unArj = arj.description();
+    EXPECT_EQ(&unArj, &cUnARJ::kDescription);
+    EXPECT_EQ(unArj.library, L"UnArj32j.dll");
+    EXPECT_EQ(unArj.prefix, "Unarj");
+    EXPECT_EQ(unArj.messageTitle, L"ARJ Message");
+    EXPECT_EQ(unArj.minimumVersion, 12);
+    EXPECT_TRUE(unArj.hasCursorMode);
+    EXPECT_FALSE(unArj.changeable);
+    EXPECT_TRUE(unArj.columns.attributes);
+    EXPECT_TRUE(unArj.columns.packed);
+    EXPECT_TRUE(unArj.columns.ratio);
+    EXPECT_TRUE(unArj.columns.type);
+    EXPECT_TRUE(unArj.columns.crc);
+    EXPECT_EQ(unArj.columns.crcHeader, L"CRC");
+}
+
 TEST_F(UnZip, CallsItsCheckModeTestMode) {
     EXPECT_EQ(zip.TestMode(), 0);
     zip.setTestMode(1);
@@ -67,6 +113,22 @@ TEST_F(UnTar, CallsItsCheckModeTestMode) {
     EXPECT_EQ(library.calls, (Calls{L"checkArchive a.tgz 2"}));
 }
 
+TEST_F(UnRar, HasACheckMode) {
+    EXPECT_EQ(rar.CheckMode(), 0);
+    rar.setCheckMode(2);
+    EXPECT_EQ(rar.CheckMode(), 2);
+    EXPECT_FALSE(rar.CheckArchive(L"a.rar"));
+    EXPECT_EQ(library.calls, (Calls{L"checkArchive a.rar 2"}));
+}
+
+TEST_F(UnArj, CallsItsCheckModeTestMode) {
+    EXPECT_EQ(arj.TestMode(), 0);
+    arj.setTestMode(1);
+    EXPECT_EQ(arj.TestMode(), 1);
+    EXPECT_FALSE(arj.CheckArchive(L"a.arj"));
+    EXPECT_EQ(library.calls, (Calls{L"checkArchive a.arj 1"}));
+}
+
 TEST_F(UnZip, TellsOfAnArchiveThatCannotBeOpened) {
     library.opens = false;
     zip.SetArcFile(L"a.zip");
@@ -81,6 +143,22 @@ TEST_F(UnTar, TellsOfAnArchiveThatCannotBeOpened) {
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0].text, L"Can not open 'a.tar' (corrupted archive) !");
     EXPECT_EQ(messages.shown[0].title, L"TAR Message");
+}
+
+TEST_F(UnRar, TellsOfAnArchiveThatCannotBeOpened) {
+    library.opens = false;
+    rar.SetArcFile(L"a.rar");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, L"Can not open 'a.rar' (corrupted archive) !");
+    EXPECT_EQ(messages.shown[0].title, L"RAR Message");
+}
+
+TEST_F(UnArj, TellsOfAnArchiveThatCannotBeOpened) {
+    library.opens = false;
+    arj.SetArcFile(L"a.arj");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, L"Can not open 'a.arj' (corrupted archive) !");
+    EXPECT_EQ(messages.shown[0].title, L"ARJ Message");
 }
 
 TEST_F(UnZip, ListsThroughTheEntryFunctionsWhateverTheVersion) {

@@ -103,10 +103,28 @@ TEST_F(LibraryCheck, LeavesALibraryAsideWhoseVersionHasNoText) {
 }
 
 TEST_F(LibraryCheck, LeavesKindsWithoutADriverUnavailable) {
-    for (const wchar_t* library : {L"UnRar32.dll", L"UnArj32j.dll", L"UnLha32.dll", L"Cab32.dll", L"UnAce.dll"}) {
+    for (const wchar_t* library : {L"UnLha32.dll", L"Cab32.dll", L"UnAce.dll"}) {
         install(library);
     }
     EXPECT_EQ(available(), 0U);
+}
+
+TEST_F(LibraryCheck, TakesAnyRarLibraryButThatOfVersionOne) {
+    install(L"UnRar32.dll", "Unrar");
+    for (const std::uint32_t version : {0U, 2U, 40U}) {
+        exports.versionRegister = version;
+        EXPECT_EQ(available(), 32U) << version;
+    }
+    exports.versionRegister = 1;
+    EXPECT_EQ(available(), 0U);
+}
+
+TEST_F(LibraryCheck, TakesAnArjLibraryFromVersion12On) {
+    install(L"UnArj32j.dll", "Unarj");
+    exports.versionRegister = 11;
+    EXPECT_EQ(available(), 0U);
+    exports.versionRegister = 12;
+    EXPECT_EQ(available(), 64U);
 }
 
 TEST_F(LibraryCheck, GivesCreationItsOwnTextsAndBits) {

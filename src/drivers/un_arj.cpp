@@ -1,0 +1,15 @@
+#include "drivers/un_arj.h"
+
+namespace tovar {
+
+constinit const DriverDescription cUnARJ::kDescription{
+    .library = L"UnArj32j.dll",
+    .prefix = "Unarj",
+    .messageTitle = L"ARJ Message",
+    .minimumVersion = 12,
+};
+
+cUnARJ::cUnARJ(ArchiverLibrary& library, MessageBoxes& messages, const RegionalSettings& regional)
+    : CommonDriver(kDescription, library, messages, regional) {}
+
+}  // namespace tovar

@@ -61,6 +61,18 @@ private:
     Moment modified_;
 };
 
+/// Keeps the system from asking for a disk while it lives; the calling thread only. A check shows no window.
+class NoQuestions {
+public:
+    NoQuestions() noexcept { ::SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &before_); }
+    ~NoQuestions() { ::SetThreadErrorMode(before_, nullptr); }
+    NoQuestions(const NoQuestions&) = delete;
+    NoQuestions& operator=(const NoQuestions&) = delete;
+
+private:
+    DWORD before_ = 0;
+};
+
 bool nobodyThere(DWORD error) noexcept {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_NAME ||
            error == ERROR_BAD_NETPATH || error == ERROR_INVALID_DRIVE;
@@ -69,6 +81,7 @@ bool nobodyThere(DWORD error) noexcept {
 }  // namespace
 
 InputFileResult openInputFile(const std::filesystem::path& file) {
+    const NoQuestions quiet;
     const HANDLE handle =
         ::CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);

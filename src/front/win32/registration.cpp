@@ -20,8 +20,6 @@ constexpr wchar_t kPlatform[] = L"win64";
 constexpr wchar_t kPlatform[] = L"win32";
 #endif
 
-using UniqueKey = std::unique_ptr<std::remove_pointer_t<HKEY>, CloseWith<&::RegCloseKey>>;
-
 struct RegistryRow {
     std::wstring key;   ///< below Software\Classes
     std::wstring name;  ///< empty: the key's default value

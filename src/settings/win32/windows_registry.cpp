@@ -11,8 +11,6 @@
 namespace tovar {
 namespace {
 
-using UniqueKey = std::unique_ptr<std::remove_pointer_t<HKEY>, CloseWith<&::RegCloseKey>>;
-
 constexpr DWORD kLongestKeyName = 255;  // of one key, without the NUL
 
 HKEY hiveHandle(RegistryHive hive) noexcept {

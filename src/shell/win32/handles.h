@@ -19,6 +19,7 @@ using UniqueFind = std::unique_ptr<void, CloseWith<&::FindClose>>;
 using UniqueHandle = std::unique_ptr<void, CloseWith<&::CloseHandle>>;
 using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, CloseWith<&::DeleteObject>>;
 using UniqueIcon = std::unique_ptr<std::remove_pointer_t<HICON>, CloseWith<&::DestroyIcon>>;
+using UniqueKey = std::unique_ptr<std::remove_pointer_t<HKEY>, CloseWith<&::RegCloseKey>>;
 using UniqueWindow = std::unique_ptr<std::remove_pointer_t<HWND>, CloseWith<&::DestroyWindow>>;
 
 /// One meaning of "none": nullptr, also for functions that answer INVALID_HANDLE_VALUE.

@@ -12,8 +12,7 @@ namespace tovar {
 namespace {
 
 std::wstring programFolder() {
-    const std::wstring program =
-        textOfSystem([](wchar_t* buffer, DWORD size) { return ::GetModuleFileNameW(nullptr, buffer, size); });
+    const std::wstring program = moduleFile(nullptr);
     return program.empty() ? program : ParentPath(program);
 }
 

@@ -1,22 +1,11 @@
 #include "front/win32/type_library.h"
 
-#include <string>
-
 #include "shell/win32/module_instance.h"
+#include "shell/win32/system_calls.h"
 
 namespace tovar {
 
-std::wstring modulePath() {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = ::GetModuleFileNameW(moduleInstance(), path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            path.resize(length);
-            return path;
-        }
-        path.resize(path.size() * 2);
-    }
-}
+std::wstring modulePath() { return moduleFile(moduleInstance()); }
 
 ComOwner<ITypeInfo> loadTypeInfo(REFGUID id, HRESULT& result) {
     ITypeLib* library = nullptr;

@@ -1,6 +1,8 @@
 #pragma once
 #include <windows.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 
 #include "shell/system_error.h"
@@ -29,7 +31,8 @@ private:
 };
 
 /// Calls a function of the form "fill this buffer, or say how long it must be" until the text fits.
-/// @param call  DWORD(wchar_t* buffer, DWORD size): 0 on failure, the length of the text, or the size it needs
+/// @param call  DWORD(wchar_t* buffer, DWORD size): 0 on failure, the length of the text, or the size it needs; for a
+///              text that was cut `size` will do, as GetModuleFileNameW answers
 /// @return empty on failure
 template <class Call>
 std::wstring textOfSystem(Call call) {
@@ -41,8 +44,14 @@ std::wstring textOfSystem(Call call) {
             text.resize(length);
             return text;
         }
-        text.resize(static_cast<std::size_t>(length) + 1);
+        text.resize(std::max<std::size_t>(std::size_t{length} + 1, 2 * text.size()));
     }
+}
+
+/// @param module  null for the program
+/// @return the full path of the module's file; empty on failure
+inline std::wstring moduleFile(HMODULE module) {
+    return textOfSystem([module](wchar_t* buffer, DWORD size) { return ::GetModuleFileNameW(module, buffer, size); });
 }
 
 }  // namespace tovar

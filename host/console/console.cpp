@@ -18,16 +18,16 @@ std::wstring kindWord(const KindRow& row) { return std::wstring(row.extensions.f
 
 void ConsoleMessages::show(WindowHandle, std::wstring_view text, std::wstring_view title, MessageIcon) {
     std::string line;
-    appendUtf8(line, title);
+    appendPrintable(line, title);
     line += ": ";
-    appendUtf8(line, text);
+    appendPrintable(line, text);
     line += '\n';
     output_.writeError(line);
 }
 
 void Console::complain(const std::wstring& text) {
     std::string line = "tovar: ";
-    appendUtf8(line, text);
+    appendPrintable(line, text);
     line += '\n';
     output_.writeError(line);
 }
@@ -119,7 +119,7 @@ ExitCode Console::test(const std::wstring& file, ArchiveDriver& driver, bool jso
         appendJson(out, file);
         out += good ? ",\"good\":true}\n" : ",\"good\":false}\n";
     } else {
-        appendUtf8(out, file);
+        appendPrintable(out, file);
         out += good ? ": all members are good\n" : ": damaged\n";
     }
     output_.write(out);

@@ -1,5 +1,6 @@
 #include "host/console/json_text.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "shell/text_codec.h"
@@ -30,6 +31,14 @@ void appendUtf8(std::string& out, std::wstring_view text) {
     auto bytes = codec.encode(text);
     if (!bytes) bytes = codec.encode(withoutLoneHalves(text));
     if (bytes) out += *bytes;
+}
+
+void appendPrintable(std::string& out, std::wstring_view text) {
+    const auto isControl = [](wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); };
+    if (std::none_of(text.begin(), text.end(), isControl)) return appendUtf8(out, text);
+    std::wstring printable(text);
+    std::replace_if(printable.begin(), printable.end(), isControl, L'?');
+    appendUtf8(out, printable);
 }
 
 void appendJson(std::string& out, std::wstring_view text) {

@@ -11,7 +11,7 @@ namespace {
 void appendField(std::string& out, std::wstring_view text, std::size_t width, bool right) {
     const std::size_t blanks = text.size() < width ? width - text.size() : 0;
     if (right) out.append(blanks, ' ');
-    appendUtf8(out, text);
+    appendPrintable(out, text);
     if (!right) out.append(blanks, ' ');
     out += "  ";
 }
@@ -37,7 +37,7 @@ void appendLine(std::string& out, const ArchiveDriver& driver, std::uint32_t ind
     appendField(out, driver.FileAttr(index), 4, false);
     appendField(out, driver.FileType(index), 7, false);
     appendField(out, driver.FileCRC(index), 4, false);
-    appendUtf8(out, pathAndName(driver, index));
+    appendPrintable(out, pathAndName(driver, index));
     out += '\n';
 }
 

@@ -23,5 +23,19 @@ TEST(JsonText, ReplacesHalvesOfAPair) {
     EXPECT_EQ(json(std::wstring{static_cast<wchar_t>(0xDC00)}), "\"\xEF\xBF\xBD\"");
 }
 
+std::string printable(std::wstring_view text) {
+    std::string out;
+    appendPrintable(out, text);
+    return out;
+}
+
+TEST(PrintableText, LeavesLettersOfEveryLanguage) {
+    EXPECT_EQ(printable(L"a b~\u00A0\u00E4\u8868"), "a b~\xC2\xA0\xC3\xA4\xE8\xA1\xA8");
+}
+TEST(PrintableText, HasNoOrdersForATerminal) {
+    EXPECT_EQ(printable(L"a\x1B[2J\r\nb\x7F\u0080\u009Fc"), "a?[2J??b???c");
+    EXPECT_EQ(printable(std::wstring_view(L"a\0b", 3)), "a?b");
+}
+
 }  // namespace
 }  // namespace tovar::host

@@ -53,9 +53,6 @@ public:
     void compress(const std::vector<std::size_t>& indexes);
     void configure() { component_.configure(); }
 
-    /// Whether the window may close now: not while the component is busy with a window of its own.
-    [[nodiscard]] bool mayRelease() { return !component_.isBusy(); }
-
     [[nodiscard]] const std::filesystem::path& folder() const { return folder_; }
     [[nodiscard]] const std::vector<FolderItem>& items() const { return items_; }
 

@@ -173,6 +173,25 @@ TEST(TarRead, FillsHolesOfSparseFilesWithZeros) {
     }
 }
 
+// The file claims nearly 8 EiB of zeros behind its four bytes.
+TEST(TarRead, HolesBeyondAnyFileAreRefused) {
+    const std::string claims = paxRecord("GNU.sparse.size", "9000000000000000000") +
+                               paxRecord("GNU.sparse.numblocks", "1") + paxRecord("GNU.sparse.map", "0,4");
+    const OpenResult opened =
+        openTar(inMemory(tarMember("pax", claims, 'x') + tarMember("holes", "data") + tarEnd()), "x.tar");
+    ASSERT_TRUE(opened.reader);
+    Member member;
+    ASSERT_EQ(opened.reader->next(member), kOk);
+    EXPECT_EQ(member.originalSize, 9000000000000000000U);
+    std::string bytes;
+    const auto keep = [&bytes](const char* piece, std::size_t size) {
+        bytes.append(piece, size);
+        return bytes.size() < 1000000;
+    };
+    EXPECT_EQ(opened.reader->read(keep), kCannotRead);
+    EXPECT_EQ(bytes, "data");
+}
+
 TEST(TarRead, LinksAndPipesHaveNoBytes) {
     for (const char* name : {"tar/gnu.tar", "tar/pax.tar"}) {
         const OpenResult opened = openTar(dataFile(name));

@@ -8,6 +8,10 @@
 namespace archiver::tar {
 namespace {
 
+/// Where holes end to be believed: NTFS and ext4 hold no larger file as they are made by default, and a few bytes of a
+/// header can claim zeros for days.
+constexpr la_int64_t kLargestFile = la_int64_t{16} << 40;
+
 /// Gives the sink zeros for a hole of a sparse file.
 bool writeHole(std::uint64_t size, const DataSink& sink) {
     static constexpr char kZeros[16 * 1024] = {};
@@ -53,6 +57,7 @@ ReturnCode TarWalker::read(const DataSink& sink) {
         const bool atEnd = result == ARCHIVE_EOF;
         const la_int64_t holeEnd = atEnd ? size : offset;
         if (holeEnd > position) {
+            if (holeEnd > kLargestFile) return kCannotRead;
             if (!writeHole(static_cast<std::uint64_t>(holeEnd - position), sink)) return kUserCancel;
             position = holeEnd;
         }

@@ -139,6 +139,19 @@ TEST_F(LibraryCheck, GivesCreationItsOwnTextsAndBits) {
     EXPECT_TRUE(found.contains(kind::kCreateCab));
 }
 
+// Both say which library it is and how old it may be.
+TEST_F(LibraryCheck, RowsAndTheirDriversAgree) {
+    int drivers = 0;
+    for (const KindRow& row : kindTable()) {
+        if (row.makeDriver == nullptr) continue;
+        ++drivers;
+        const DriverDescription& driver = row.makeDriver(services())->description();
+        EXPECT_EQ(driver.library, row.library);
+        EXPECT_EQ(driver.minimumVersion, row.minimumVersion.value_or(0));
+    }
+    EXPECT_GE(drivers, 2);
+}
+
 TEST_F(LibraryCheck, LoadsTheLibraryOfTheFoundPath) {
     installUnZip();
     installTar();

@@ -12,10 +12,18 @@ namespace {
 
 class PosixFile final : public InputFile {
 public:
-    explicit PosixFile(int descriptor) noexcept : descriptor_(descriptor) {}
-    ~PosixFile() override { ::close(descriptor_); }
+    PosixFile() = default;
+    ~PosixFile() override {
+        if (descriptor_ >= 0) ::close(descriptor_);
+    }
     PosixFile(const PosixFile&) = delete;
     PosixFile& operator=(const PosixFile&) = delete;
+
+    bool open(const std::filesystem::path& file) noexcept {
+        // Without waiting: the other end of a pipe may never come, and it is refused anyway.
+        descriptor_ = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+        return descriptor_ >= 0;
+    }
 
     /// @return whether this is a file with contents of its own
     bool inspect() noexcept {
@@ -45,7 +53,7 @@ public:
     }
 
 private:
-    int descriptor_;
+    int descriptor_ = -1;
     std::uint64_t size_ = 0;
     Moment modified_;
 };
@@ -53,10 +61,8 @@ private:
 }  // namespace
 
 InputFileResult openInputFile(const std::filesystem::path& file) {
-    // Without waiting: the other end of a pipe may never come, and it is refused anyway.
-    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) return {nullptr, errno == ENOENT || errno == ENOTDIR ? kNotFindArcFile : kArcFileOpen};
-    auto opened = std::make_unique<PosixFile>(descriptor);
+    auto opened = std::make_unique<PosixFile>();  // first, for want of memory must leave no file open
+    if (!opened->open(file)) return {nullptr, errno == ENOENT || errno == ENOTDIR ? kNotFindArcFile : kArcFileOpen};
     if (!opened->inspect()) return {nullptr, kArcFileOpen};
     return {std::move(opened), kOk};
 }

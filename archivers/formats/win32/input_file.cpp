@@ -12,10 +12,18 @@ namespace {
 
 class WindowsFile final : public InputFile {
 public:
-    explicit WindowsFile(HANDLE handle) noexcept : handle_(handle) {}
-    ~WindowsFile() override { ::CloseHandle(handle_); }
+    WindowsFile() = default;
+    ~WindowsFile() override {
+        if (handle_ != INVALID_HANDLE_VALUE) ::CloseHandle(handle_);
+    }
     WindowsFile(const WindowsFile&) = delete;
     WindowsFile& operator=(const WindowsFile&) = delete;
+
+    bool open(const std::filesystem::path& file) noexcept {
+        handle_ = ::CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        return handle_ != INVALID_HANDLE_VALUE;
+    }
 
     /// @return whether this is a file with contents of its own
     bool inspect() noexcept {
@@ -56,7 +64,7 @@ public:
     }
 
 private:
-    HANDLE handle_;
+    HANDLE handle_ = INVALID_HANDLE_VALUE;
     std::uint64_t size_ = 0;
     Moment modified_;
 };
@@ -82,13 +90,8 @@ bool nobodyThere(DWORD error) noexcept {
 
 InputFileResult openInputFile(const std::filesystem::path& file) {
     const NoQuestions quiet;
-    const HANDLE handle =
-        ::CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) {
-        return {nullptr, nobodyThere(::GetLastError()) ? kNotFindArcFile : kArcFileOpen};
-    }
-    auto opened = std::make_unique<WindowsFile>(handle);
+    auto opened = std::make_unique<WindowsFile>();  // first, for want of memory must leave no file open
+    if (!opened->open(file)) return {nullptr, nobodyThere(::GetLastError()) ? kNotFindArcFile : kArcFileOpen};
     if (!opened->inspect()) return {nullptr, kArcFileOpen};
     return {std::move(opened), kOk};
 }

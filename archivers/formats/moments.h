@@ -20,6 +20,10 @@ struct DosStamp {
 /// Source: Windows SDK documentation, DosDateTimeToFileTime
 DosStamp dosStampOf(const Moment& moment) noexcept;
 
+/// The moment of packed words in the local time zone.
+/// @return nullopt when they are no date or no time of day, or when the system cannot tell
+std::optional<Moment> momentOfDosStamp(const DosStamp& stamp) noexcept;
+
 /// A Windows file time: steps of 100 nanoseconds since 1601-01-01 00:00:00 UTC.
 Moment momentOfFileTime(std::uint64_t fileTime) noexcept;
 

@@ -40,6 +40,22 @@ TEST(DosStamp, StaysInsideItsRange) {
     EXPECT_EQ(dosStampOf({INT64_MAX, 0}), last);
 }
 
+TEST(MomentOfDosStamp, ReadsLocalTime) {
+    const test::TimeZone zone("JST-9");
+    EXPECT_EQ(momentOfDosStamp(stampOf(2001, 5, 18, 2, 30, 58)).value().seconds, 990120658);
+    EXPECT_EQ(momentOfDosStamp(stampOf(2001, 5, 18, 2, 30, 58)).value().nanoseconds, 0U);
+}
+
+TEST(MomentOfDosStamp, RefusesWhatIsNoDate) {
+    const test::TimeZone zone("UTC0");
+    EXPECT_FALSE(momentOfDosStamp({0, 0}).has_value());
+    EXPECT_FALSE(momentOfDosStamp(stampOf(2001, 13, 1, 0, 0, 0)).has_value());
+    EXPECT_FALSE(momentOfDosStamp(stampOf(2001, 1, 0, 0, 0, 0)).has_value());
+    EXPECT_FALSE(momentOfDosStamp(stampOf(2001, 1, 1, 24, 0, 0)).has_value());
+    EXPECT_FALSE(momentOfDosStamp(stampOf(2001, 1, 1, 0, 60, 0)).has_value());
+    EXPECT_FALSE(momentOfDosStamp(stampOf(2001, 1, 1, 0, 0, 60)).has_value());
+}
+
 TEST(DosStamp, RangeIsThatOfLocalTime) {
     const test::TimeZone zone("JST-9");
     EXPECT_EQ(dosStampOf({4354819199, 0}), stampOf(2107, 12, 31, 23, 59, 58));

@@ -1,6 +1,5 @@
 #include "archivers/formats/arj/member_fields.h"
 
-#include <ctime>
 #include <optional>
 
 #include "archivers/formats/legacy_text.h"
@@ -22,29 +21,10 @@ LegacyPage legacyPageOf(const MainHeader& main, std::uint8_t host) noexcept {
     return hasDosAttributes(host) ? LegacyPage::kOem : LegacyPage::kAnsi;
 }
 
-/// The moment of packed DOS words, in the local time zone; nullopt when they are no date or the system cannot tell.
-std::optional<Moment> momentOfDosWords(std::uint32_t words) noexcept {
-    std::tm local{};
-    local.tm_sec = static_cast<int>(words & 0x1F) * 2;
-    local.tm_min = static_cast<int>(words >> 5 & 0x3F);
-    local.tm_hour = static_cast<int>(words >> 11 & 0x1F);
-    local.tm_mday = static_cast<int>(words >> 16 & 0x1F);
-    local.tm_mon = static_cast<int>(words >> 21 & 0x0F) - 1;
-    local.tm_year = static_cast<int>(words >> 25) + 80;
-    local.tm_isdst = -1;
-    if (local.tm_mday == 0 || local.tm_mon < 0 || local.tm_mon > 11 || local.tm_hour > 23 || local.tm_min > 59 ||
-        local.tm_sec > 59) {
-        return std::nullopt;
-    }
-    const std::time_t time = std::mktime(&local);
-    if (time == static_cast<std::time_t>(-1)) return std::nullopt;
-    return Moment{static_cast<std::int64_t>(time), 0};
-}
-
 std::optional<Moment> momentOf(const FileHeader& header, std::uint32_t time) noexcept {
     if (time == 0) return std::nullopt;
     if (header.hasUnixTimes()) return Moment{static_cast<std::int64_t>(time), 0};
-    return momentOfDosWords(time);
+    return momentOfDosStamp({static_cast<std::uint16_t>(time >> 16), static_cast<std::uint16_t>(time & 0xFFFF)});
 }
 
 void fillTimes(const FileHeader& header, Member& member) {

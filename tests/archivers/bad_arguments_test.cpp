@@ -137,7 +137,9 @@ TEST(BadArguments, ToTheKindOfATar) {
 
 INSTANTIATE_TEST_SUITE_P(Libraries, BadArguments,
                          ::testing::Values(LibraryCase{"UnZip32", "UnZip", "listing.zip"},
-                                           LibraryCase{"Tar32", "Tar", "listing.tar"}),
+                                           LibraryCase{"Tar32", "Tar", "listing.tar"},
+                                           LibraryCase{"UnRar32", "Unrar", "../rar/rar.rar"},
+                                           LibraryCase{"UnArj32j", "Unarj", "../arj/methods.arj"}),
                          [](const auto& each) { return std::string(each.param.module); });
 
 }  // namespace

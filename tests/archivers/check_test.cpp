@@ -23,6 +23,8 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(zip_.loaded());
         ASSERT_TRUE(tar_.loaded());
+        ASSERT_TRUE(rar_.loaded());
+        ASSERT_TRUE(arj_.loaded());
     }
     std::int32_t zip(const std::string& file, std::int32_t mode) {
         return zip_.call<fn::CheckArchive>("CheckArchive", file.c_str(), mode);
@@ -31,9 +33,18 @@ protected:
         return tar_.call<fn::CheckArchive>("CheckArchive", file.c_str(), mode);
     }
 
+    std::int32_t rar(const std::string& file, std::int32_t mode) {
+        return rar_.call<fn::CheckArchive>("CheckArchive", file.c_str(), mode);
+    }
+    std::int32_t arj(const std::string& file, std::int32_t mode) {
+        return arj_.call<fn::CheckArchive>("CheckArchive", file.c_str(), mode);
+    }
+
 private:
     LoadedLibrary zip_{"UnZip32", "UnZip"};
     LoadedLibrary tar_{"Tar32", "Tar"};
+    LoadedLibrary rar_{"UnRar32", "Unrar"};
+    LoadedLibrary arj_{"UnArj32j", "Unarj"};
 };
 
 TEST_F(Check, TakesGoodArchives) {
@@ -48,10 +59,43 @@ TEST_F(Check, TakesGoodArchives) {
     }
 }
 
+TEST_F(Check, TakesGoodArchivesOfRarAndArj) {
+    for (const std::int32_t mode : kModes) {
+        for (const char* name : {"../rar/rar.rar", "../rar/rar5_multiple_files_solid.rar",
+                                 "../rar/rar_compress_best.rar", "../rar/rar_encryption_data.rar"}) {
+            EXPECT_EQ(rar(sample(name), mode), 1) << name << ", mode " << mode;
+        }
+        for (const char* name : {"../arj/methods.arj", "../arj/garbled.arj"}) {
+            EXPECT_EQ(arj(sample(name), mode), 1) << name << ", mode " << mode;
+        }
+    }
+}
+
+TEST_F(Check, TellsARarWithEncryptedHeaders) {
+    for (const std::int32_t mode : kModes) {
+        EXPECT_EQ(rar(sample("../rar/rar_encryption_header.rar"), mode), 0x800A);
+    }
+}
+
+TEST_F(Check, FindsDamagedDataOfRarAndArjWhenItReadsThem) {
+    std::string bytes = bytesOf(sample("../rar/rar.rar"));
+    bytes[bytes.find("test text")] = 'b';
+    const ScratchFile rarFile("data.rar", bytes);
+    bytes = bytesOf(sample("../arj/methods.arj"));
+    bytes[bytes.find("A short text")] = 'B';
+    const ScratchFile arjFile("data.arj", bytes);
+    for (const std::int32_t mode : kModes) {
+        EXPECT_EQ(rar(rarFile.name(), mode), mode == kFullCrc ? 0 : 1);
+        EXPECT_EQ(arj(arjFile.name(), mode), mode == kFullCrc ? 0 : 1);
+    }
+}
+
 TEST_F(Check, RefusesOtherKinds) {
     for (const std::int32_t mode : kModes) {
         EXPECT_EQ(zip(sample("listing.tar"), mode), 0);
         EXPECT_EQ(tar(sample("listing.zip"), mode), 0);
+        EXPECT_EQ(rar(sample("../arj/methods.arj"), mode), 0);
+        EXPECT_EQ(arj(sample("../rar/rar.rar"), mode), 0);
     }
 }
 

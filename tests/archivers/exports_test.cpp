@@ -105,12 +105,15 @@ TEST_P(Exports, CanBeLoadedAgain) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Libraries, Exports,
-                         ::testing::Values(LibraryCase{"UnZip32", "UnZip", 540}, LibraryCase{"Tar32", "Tar", 228}),
+                         ::testing::Values(LibraryCase{"UnZip32", "UnZip", 540}, LibraryCase{"Tar32", "Tar", 228},
+                                           LibraryCase{"UnRar32", "Unrar", 40}, LibraryCase{"UnArj32j", "Unarj", 120}),
                          [](const auto& each) { return std::string(each.param.module); });
 
 TEST(Exports, OneKindHasAFunctionOfItsOwn) {
     EXPECT_NE(LoadedLibrary("Tar32", "Tar").find<fn::GetFileCount>("GetArchiveType"), nullptr);
     EXPECT_EQ(LoadedLibrary("UnZip32", "UnZip").find<fn::GetFileCount>("GetArchiveType"), nullptr);
+    EXPECT_EQ(LoadedLibrary("UnRar32", "Unrar").find<fn::GetFileCount>("GetArchiveType"), nullptr);
+    EXPECT_EQ(LoadedLibrary("UnArj32j", "Unarj").find<fn::GetFileCount>("GetArchiveType"), nullptr);
 }
 
 }  // namespace

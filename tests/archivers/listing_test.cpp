@@ -198,6 +198,54 @@ TEST_F(TarListing, TellsASingleCompressedFileAsOneMember) {
     }
 }
 
+TEST(RarListing, TellsEveryMember) {
+    const LoadedLibrary library("UnRar32", "Unrar");
+    ASSERT_TRUE(library.loaded());
+    expectRows(library, "../rar/rar.rar",
+               {{"test.txt", 20, 20, 0xBEC8A242, 1000, "---w", "storing", 0x00},
+                {"testlink", 0, 0, 0, 0, "---w", "storing", 0x00},
+                {"testdir\\test.txt", 20, 20, 0xBEC8A242, 1000, "---w", "storing", 0x00},
+                {"testdir\\", 0, 0, 0, 0, "d--w", "storing", 0x10},
+                {"testemptydir\\", 0, 0, 0, 0, "d--w", "storing", 0x10}});
+    expectRows(library, "../rar/rar5_compressed.rar", {{"test.bin", 1200, 361, 0x7CCA70CD, 300, "---w", "best", 0x00}});
+}
+
+TEST(RarListing, PartsFoldersByBackslashes) {
+    const LoadedLibrary library("UnRar32", "Unrar");
+    ASSERT_TRUE(library.loaded());
+    std::int32_t ended = 0;
+    const std::vector<ListedMember> members = list(library, sample("../rar/rar5_symlink.rar"), ended);
+    ASSERT_EQ(members.size(), 4U);
+    EXPECT_STREQ(members[3].info.fileName, "dir\\") << "stored with the other one";
+}
+
+TEST(RarListing, TellsEveryNameInUnicodeMode) {
+    const LoadedLibrary library("UnRar32", "Unrar");
+    ASSERT_TRUE(library.loaded());
+    library.call<fn::SetBool>("SetUnicodeMode", 1);
+    std::int32_t ended = 0;
+    const std::vector<ListedMember> members = list(library, sample("../rar/rar_unicode.rar"), ended);
+    ASSERT_EQ(members.size(), 6U);
+    EXPECT_STREQ(members[5].info.fileName, "abcdefghijklmnopqrs\xE3\x83\x86\xE3\x82\xB9\xE3\x83\x88.txt");
+}
+
+TEST(ArjListing, TellsEveryMember) {
+    const LoadedLibrary library("UnArj32j", "Unarj");
+    ASSERT_TRUE(library.loaded());
+    std::int32_t ended = 0;
+    const std::vector<ListedMember> members = list(library, sample("../arj/methods.arj"), ended);
+    EXPECT_EQ(ended, -1);
+    ASSERT_EQ(members.size(), 7U);
+    EXPECT_STREQ(members[1].info.fileName, "method2\\main.c");
+    EXPECT_EQ(members[1].info.originalSize, 1160U);
+    EXPECT_EQ(members[1].info.compressedSize, 47U);
+    EXPECT_EQ(members[1].info.crc, 0xC28ACD00U);
+    EXPECT_EQ(members[1].info.ratio, 40);
+    EXPECT_STREQ(members[1].info.mode, "Method2");
+    EXPECT_STREQ(members[1].info.attribute, "---w");
+    EXPECT_EQ(members[1].writeTime, kWritten);
+}
+
 TEST_F(TarListing, TellsTheKindOfAFile) {
     const struct {
         const char* archive;

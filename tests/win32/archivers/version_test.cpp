@@ -64,7 +64,10 @@ INSTANTIATE_TEST_SUITE_P(
     Libraries, VersionResource,
     ::testing::Values(VersionCase{"UnZip32", 5U << 16 | 40, L"5.40.0.0", L"Archiver library for ZIP", L"UnZip32.dll"},
                       VersionCase{"Tar32", 2U << 16 | 28, L"2.28.0.0",
-                                  L"Archiver library for TAR and its compressed forms", L"Tar32.dll"}),
+                                  L"Archiver library for TAR and its compressed forms", L"Tar32.dll"},
+                      VersionCase{"UnRar32", 40, L"0.40.0.0", L"Archiver library for RAR", L"UnRar32.dll"},
+                      VersionCase{"UnArj32j", 1U << 16 | 20, L"1.20.0.0", L"Archiver library for ARJ",
+                                  L"UnArj32j.dll"}),
     [](const auto& each) { return std::string(each.param.module); });
 
 }  // namespace

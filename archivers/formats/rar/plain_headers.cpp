@@ -54,13 +54,32 @@ std::string newHeader(std::string_view fields) {
     return checksum + header;
 }
 
+/// Packed bytes that unpack to nothing, to be put before those of a file.
+///
+/// libarchive (3.6.2 at least) unpacks as many bytes as its window has, and up to one match more, before it gives the
+/// first of them out: the match overwrites them. The window is 4 MiB, so that packed files above that come out wrong at
+/// each 4 MiB. How many bytes it unpacks at a time is what a PPMd block says its memory is, if it is not more than the
+/// window. So two such blocks stand here: at the first one the window is made, the second one says 3 MiB. Each is a
+/// header (PPMd, with a size of memory, order 2; 3 MiB), and the range coder's bytes for "escape" and "new tables".
+/// Where libarchive does better, they do no harm.
+std::string_view noBytes(const FileHeader& file) {
+    static constexpr char kTwoBlocks[] =
+        "\xA1\x02\x01\xFE\x59\x09\0\0"
+        "\xA1\x02\x01\xFE\x59\x09\0\0";
+    constexpr std::uint64_t kWindow = std::uint64_t{4} << 20;
+    const bool needed = file.method != 0 && file.originalSize >= kWindow;
+    return {kTwoBlocks, needed ? sizeof(kTwoBlocks) - 1 : 0};
+}
+
 std::string oldFile(const FileHeader& file) {
     constexpr std::uint16_t kHasData = 0x8000;
     constexpr std::uint16_t kLarge = 0x0100;
     constexpr std::uint8_t kUnix = 3;
     constexpr std::uint32_t kRegularFile = 0100644;
+    const std::string_view before = noBytes(file);
+    const std::uint64_t packedSize = file.packedSize + before.size();
     std::string fields;
-    append32(fields, static_cast<std::uint32_t>(file.packedSize & 0xFFFFFFFF));
+    append32(fields, static_cast<std::uint32_t>(packedSize & 0xFFFFFFFF));
     append32(fields, static_cast<std::uint32_t>(file.originalSize & 0xFFFFFFFF));
     fields += static_cast<char>(kUnix);
     append32(fields, file.crc);
@@ -69,10 +88,10 @@ std::string oldFile(const FileHeader& file) {
     fields += static_cast<char>(0x30 + file.method);
     append16(fields, 1);
     append32(fields, kRegularFile);
-    append32(fields, static_cast<std::uint32_t>(file.packedSize >> 32));
+    append32(fields, static_cast<std::uint32_t>(packedSize >> 32));
     append32(fields, static_cast<std::uint32_t>(file.originalSize >> 32));
     fields += kName;
-    return oldHeader(0x74, static_cast<std::uint16_t>(kHasData | kLarge | file.dictionary << 5), fields);
+    return oldHeader(0x74, static_cast<std::uint16_t>(kHasData | kLarge | file.dictionary << 5), fields).append(before);
 }
 
 std::string newFile(const FileHeader& file, bool solid) {

@@ -10,7 +10,7 @@ namespace archiver::rar {
 /// @param solid  of the new layout: files are packed with the dictionary of those before
 std::string plainStart(Generation generation, bool solid);
 
-/// The header of a file, all parts of which follow it.
+/// What stands before the parts of a file: its header, and at times packed bytes that unpack to nothing.
 std::string plainFile(Generation generation, const PackedFile& file, bool solid);
 
 /// The end mark.

@@ -81,6 +81,13 @@ TEST(LzhHeaders, OfTheOldestArchiversHaveNoChecksum) {
     EXPECT_EQ(unpack(*opened.reader, "old").code, kOk);
 }
 
+TEST(LzhHeaders, OfFoldersWithoutANameArePassedOver) {
+    const LzhFile folder{.name = "", .method = "-lhd-"};
+    const Listing listing = listingOf(lzhArchive({folder, folder, {.name = "a"}, folder}));
+    EXPECT_EQ(listing.names(), std::vector<std::string>{"a"});
+    EXPECT_EQ(listing.end, kNoMoreEntries);
+}
+
 TEST(LzhHeaders, OfPaddedSizeAreRead) {
     // 256 bytes would begin with a zero, which is the end of the archive.
     LzhFile file{.name = std::string(200, 'n'), .content = "content", .level = 2};

@@ -39,6 +39,13 @@ TEST(LzhNames, EndAtANul) {
     EXPECT_EQ(nameOf({.name = "a", .level = 2, .extended = {{0x02, std::string("dir\xFF\0x", 6)}}}), "dir/a");
 }
 
+TEST(LzhNames, AreNeverEmpty) {
+    EXPECT_EQ(nameOf({.name = std::string(1, '\0')}), "_");
+    EXPECT_EQ(nameOf({.name = std::string(1, '\0'), .method = "-lhd-"}), "_/");
+    const std::string mode = littleEndian(0120777, 2);
+    EXPECT_EQ(nameOf({.name = "|target", .level = 2, .method = "-lhd-", .extended = {{0x50, mode}}}), "_");
+}
+
 TEST(LzhNames, OfAnotherSystemMayBeUtf8) {
     EXPECT_EQ(nameOf({.name = "gr\xC3\xBC\xC3\x9F", .level = 1, .system = 'U'}), "gr\xC3\xBC\xC3\x9F");
     EXPECT_EQ(nameOf({.name = "gr\xC3\xBC\xC3\x9F", .level = 1, .system = 'J'}), "gr\xC3\xBC\xC3\x9F");

@@ -42,6 +42,18 @@ TEST(LzhRead, UnpacksBlocksOfEveryWindow) {
     }
 }
 
+TEST(LzhRead, GivesDecodersAllThatTheyAskFor) {
+    // Groups of a literal and seven copies, then of eight copies of three zeros from the window: pairs of bytes that do
+    // not end where pieces of the file do.
+    std::string packed(1, 1);
+    packed.append(15, '\0');
+    for (int group = 0; group < 8000; ++group) packed.append(17, '\0');
+    const std::string content(1 + 7 * 3 + 8000 * 8 * 3, '\0');
+    const Unpacked unpacked = readOnly({.name = "a", .content = content, .method = "-lz5-", .packed = packed});
+    EXPECT_EQ(unpacked.code, kOk);
+    EXPECT_EQ(unpacked.bytes.size(), content.size());
+}
+
 TEST(LzhRead, UnpacksAnEmptyMember) {
     EXPECT_EQ(readOnly({.name = "a"}).code, kOk);
     EXPECT_EQ(readOnly({.name = "a", .method = "-lh5-"}).code, kOk);

@@ -78,9 +78,8 @@ ReturnCode HeaderParser::parse() {
     if (code != kOk) return code;
     header_.dataOffset = offset_ + bytes_.size();
     if (header_.packedSize > std::numeric_limits<std::uint64_t>::max() - header_.dataOffset) return kHeaderBroken;
-    const bool named =
-        !header_.name.empty() || !header_.folder.empty() || !header_.wideName.empty() || !header_.wideFolder.empty();
-    return named ? kOk : kHeaderBroken;
+    // UNIX archivers wrote folders of level 0 without their names.
+    return header_.hasName() || header_.isFolderOrLink() ? kOk : kHeaderBroken;
 }
 
 void HeaderParser::readCommonFields() {

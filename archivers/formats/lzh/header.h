@@ -34,6 +34,9 @@ struct Header {
 
     std::uint64_t dataOffset = 0;  ///< of the packed bytes, in the file
 
+    [[nodiscard]] bool hasName() const noexcept {
+        return !name.empty() || !folder.empty() || !wideName.empty() || !wideFolder.empty();
+    }
     /// Whether this is a folder or, with a mode that says so, a symbolic link.
     [[nodiscard]] bool isFolderOrLink() const noexcept { return method == "-lhd-"; }
     [[nodiscard]] bool isLink() const noexcept { return isFolderOrLink() && (unixMode & 0170000) == 0120000; }

@@ -51,10 +51,12 @@ ReturnCode LzhReader::restart() {
 ReturnCode LzhReader::next(Member& member) {
     unread_ = false;
     if (ended_ != kOk) return ended_;
-    if (position_ > file_->size()) return ended_ = kHeaderBroken;
-    ended_ = readHeader(*file_, position_, header_);
-    if (ended_ != kOk) return ended_;
-    position_ = header_.dataOffset + header_.packedSize;
+    do {
+        if (position_ > file_->size()) return ended_ = kHeaderBroken;
+        ended_ = readHeader(*file_, position_, header_);
+        if (ended_ != kOk) return ended_;
+        position_ = header_.dataOffset + header_.packedSize;
+    } while (!header_.hasName());
     fillMember(header_, member);
     unread_ = true;
     return kOk;

@@ -11,9 +11,9 @@ namespace archiver {
 /// LHarc, LArc and PMarc.
 ///
 /// A member's method is the text of its header with its hyphens, such as "-lh5-", and its checksum the CRC-16 as
-/// stored. Folders ("-lhd-") end with a separator. Symbolic links are members without bytes; their target is not told.
-/// From archives of the Macintosh `read` gives the data fork alone, so fewer bytes than the member's original size,
-/// which counts the system's envelope around it.
+/// stored. Folders ("-lhd-") end with a separator; those without a name are passed over. Symbolic links are members
+/// without bytes; their target is not told. From archives of the Macintosh `read` gives the data fork alone, so fewer
+/// bytes than the member's original size, which counts the system's envelope around it.
 ///
 /// `next` ends with kHeaderCrc or kHeaderBroken at a damaged header, behind which no other can be found, and with
 /// kHeaderBroken when the file ends within the last member. `read` answers kMethod for methods that nobody kept

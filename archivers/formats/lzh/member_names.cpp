@@ -77,7 +77,10 @@ std::string memberName(const Header& header) {
     if (header.isLink()) {
         // "name|target", which some archivers spread over folder and name.
         name.resize(std::min(name.find('|'), name.size()));
-    } else if (header.isFolderOrLink() && (name.empty() || !isSeparator(name.back()))) {
+    }
+    // Nothing but a NUL, or a link without a name.
+    if (name.empty()) name += '_';
+    if (header.isFolderOrLink() && !header.isLink() && !isSeparator(name.back())) {
         const bool backslashes = name.find('/') == std::string::npos && name.find('\\') != std::string::npos;
         name += backslashes ? '\\' : '/';
     }

@@ -29,12 +29,16 @@ public:
     }
 
 private:
+    /// Gives fewer bytes than asked for only at the end: what decoders read in one go they do not read in two.
     std::size_t readSome(char* into, std::size_t size) noexcept {
-        if (at_ == filled_ && !fill()) return 0;
-        const std::size_t count = std::min(size, filled_ - at_);
-        std::memcpy(into, buffer_.data() + at_, count);
-        at_ += count;
-        return count;
+        std::size_t done = 0;
+        while (done < size && (at_ < filled_ || fill())) {
+            const std::size_t count = std::min(size - done, filled_ - at_);
+            std::memcpy(into + done, buffer_.data() + at_, count);
+            at_ += count;
+            done += count;
+        }
+        return done;
     }
 
     bool fill() noexcept {

@@ -56,6 +56,7 @@ TEST(RarNames, WithTheFlagAndWithoutDifferencesAreUtf8) { EXPECT_EQ(old("\xC3\xA
 TEST(RarNames, EndBeforeANul) {
     EXPECT_EQ(old(std::string("a\0b", 3), 0), "a");
     EXPECT_EQ(nameOf(newRar({{.name = std::string("a\0b", 3)}})), "a");
+    EXPECT_EQ(rar::decodeOldName("", std::string("\0\0a\0b", 5)), "a");
 }
 
 TEST(RarNames, AreNeverEmpty) {

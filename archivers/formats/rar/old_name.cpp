@@ -1,5 +1,6 @@
 #include "archivers/formats/rar/old_name.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "archivers/formats/utf8.h"
@@ -73,7 +74,8 @@ private:
 }  // namespace
 
 std::string decodeOldName(std::string_view bytes, std::string_view packed) {
-    const std::u16string name = NameUnpacker(bytes, packed).unpack();
+    std::u16string name = NameUnpacker(bytes, packed).unpack();
+    name.resize(std::min(name.size(), name.find(u'\0')));
     std::string utf8;
     for (std::size_t index = 0; index < name.size(); ++index) {
         char32_t character = name[index];

@@ -42,6 +42,11 @@ int HostWindow::scaled(int pixels) const {
     return ::MulDiv(pixels, dpi, 96);
 }
 
+HostWindow::~HostWindow() {
+    if (window_ != nullptr) onClose();
+    ::DeleteObject(font_);
+}
+
 bool HostWindow::create(HINSTANCE instance) {
     instance_ = instance;
     WNDCLASSEXW windowClass{};
@@ -170,11 +175,32 @@ void HostWindow::onSize() {
     ::MoveWindow(list_, 0, top, area.right, std::max(bottom - top, 0), TRUE);
 }
 
+/// Runs an operation that the component may show windows for. They let messages run, so that other operations and the
+/// wish to close can come meanwhile: those are left out, this waits until the operation is over.
+template <class Operation>
+void HostWindow::operate(Operation operation) {
+    if (!presenter_ || operating_) return;
+    {
+        struct Running {
+            bool& flag;
+            ~Running() { flag = false; }
+        };
+        const Running running{operating_ = true};
+        operation(*presenter_);
+    }
+    if (closeWanted_) onClose();
+}
+
+bool HostWindow::open(const std::wstring& archive) {
+    bool opened = false;
+    operate([&](HostPresenter& presenter) { opened = presenter.openFile(archive); });
+    return opened;
+}
+
 void HostWindow::onCommand(int control) {
-    if (!presenter_) return;
     switch (control) {
         case kUp:
-            presenter_->goUp();
+            operate([](HostPresenter& presenter) { presenter.goUp(); });
             break;
         case kOpen:
         case IDOK:  // Enter
@@ -186,11 +212,11 @@ void HostWindow::onCommand(int control) {
                  row = ListView_GetNextItem(list_, row, LVNI_SELECTED)) {
                 selected.push_back(static_cast<std::size_t>(row));
             }
-            presenter_->compress(selected);
+            operate([&](HostPresenter& presenter) { presenter.compress(selected); });
             break;
         }
         case kConfigure:
-            presenter_->configure();
+            operate([](HostPresenter& presenter) { presenter.configure(); });
             break;
         default:
             break;
@@ -204,16 +230,16 @@ LRESULT HostWindow::onNotify(const NMHDR& header) {
 
 void HostWindow::openSelected() {
     const int row = ListView_GetNextItem(list_, -1, LVNI_SELECTED);
-    if (row >= 0) presenter_->open(static_cast<std::size_t>(row));
+    if (row >= 0) operate([row](HostPresenter& presenter) { presenter.open(static_cast<std::size_t>(row)); });
 }
 
 void HostWindow::onClose() {
+    closeWanted_ = true;
+    if (operating_) return;
     // The component's window lives in this one: it goes first, then the object, then the host.
     presenter_.reset();
     component_.reset();
     ::DestroyWindow(window_);
-    ::DeleteObject(font_);
-    font_ = nullptr;
 }
 
 void HostWindow::showFolder(const std::wstring& path, const std::vector<FolderItem>& items) {

@@ -15,6 +15,11 @@ namespace tovar::host {
 /// inside it.
 class HostWindow final : private HostView {
 public:
+    HostWindow() = default;
+    ~HostWindow() override;
+    HostWindow(const HostWindow&) = delete;
+    HostWindow& operator=(const HostWindow&) = delete;
+
     /// @return whether the window could be made; says why on standard error when not
     bool create(HINSTANCE instance);
 
@@ -23,7 +28,7 @@ public:
     std::wstring showStart(const std::wstring& path);
 
     /// @return whether the archive browser came up
-    bool open(const std::wstring& archive) { return presenter_->openFile(archive); }
+    bool open(const std::wstring& archive);
 
     /// Runs until the window is closed.
     int run();
@@ -41,6 +46,8 @@ private:
     void onClose();
     LRESULT onNotify(const NMHDR& header);
     void openSelected();
+    template <class Operation>
+    void operate(Operation operation);
     HWND makeChild(const wchar_t* className, const wchar_t* text, DWORD style, int id);
     [[nodiscard]] int scaled(int pixels) const;
 
@@ -54,6 +61,7 @@ private:
     std::unique_ptr<ComComponent> component_;
     DiskFolderReader reader_;
     std::unique_ptr<HostPresenter> presenter_;
+    bool operating_ = false, closeWanted_ = false;
 };
 
 }  // namespace tovar::host

@@ -4,6 +4,7 @@
 // windows.h first
 #include <commctrl.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 

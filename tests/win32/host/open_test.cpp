@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "win32/host/host_fixture.h"
 
 namespace tovar::test {

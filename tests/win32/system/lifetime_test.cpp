@@ -1,8 +1,5 @@
-#include <cstdio>
-
 #include "win32/system/support/process_marks.h"
 #include "win32/system/support/system_fixture.h"
-#include "win32/system/support/waiting.h"
 
 namespace tovar::test {
 namespace {

@@ -49,8 +49,8 @@ build_libarchive() {
     # Its check for "Bcrypt.h" stumbles over file systems that tell upper from lower case.
     mkdir -p "$deps/build/case"
     echo '#include <bcrypt.h>' >"$deps/build/case/Bcrypt.h"
-    # Times of 64 bits, without which members from 2038 on would be from 1902; its users have to be compiled likewise
-    # and know it by the mark.
+    # Times of 64 bits, without which members from 2038 on would be from 1902; who passes times to and fro has to be
+    # compiled likewise.
     cmake_dependency libarchive archive_static \
         -DCMAKE_C_FLAGS="-I$deps/build/case -D__MINGW_USE_VC2005_COMPAT" -DENABLE_TEST=OFF -DENABLE_TAR=OFF \
         -DENABLE_CPIO=OFF -DENABLE_CAT=OFF -DENABLE_OPENSSL=OFF -DENABLE_LIBXML2=OFF -DENABLE_EXPAT=OFF \
@@ -58,7 +58,6 @@ build_libarchive() {
         -DENABLE_WERROR=OFF "${deps_zlib[@]}"
     cp "$deps/build/libarchive/libarchive/libarchive_static.a" "$deps_prefix/lib/libarchive.a"
     cp "$deps/src/libarchive/libarchive/archive.h" "$deps/src/libarchive/libarchive/archive_entry.h" "$deps_prefix/include"
-    touch "$deps_prefix/include/libarchive-64-bit-times"
 }
 
 # Makes a library of some C sources that need nothing but the C library, and so none of their project's own makefiles.
@@ -109,18 +108,21 @@ build_idl() {
     local dir=$deps/idl-package
     mkdir -p "$dir"
     (cd "$dir" && { apt-get -qq download libwine-dev || stable_apt_get deb -qq download libwine-dev; } &&
-        dpkg-deb -x libwine-dev_*.deb . && cp -r usr/include/wine/wine/windows "$deps/idl")
+        dpkg-deb -x libwine-dev_*.deb . && rm -rf "$deps/idl" && cp -r usr/include/wine/wine/windows "$deps/idl")
     rm -rf "$dir"
 }
 
-# Builds what is missing; each dependency leaves a mark when it is complete.
+# Builds what is missing, and what was built by another recipe than today's: each leaves its recipe's checksum when it is
+# complete.
 build_dependencies() {
-    local name
+    local name recipe
     mkdir -p "$deps/done"
     for name in idl bzip2 libzip libarchive lhasa libmspack; do
-        [ -e "$deps/done/$name" ] && continue
+        recipe=$(declare -f "build_$name" cmake_dependency | cksum)
+        [ "$(cat "$deps/done/$name" 2>/dev/null)" = "$recipe" ] && continue
         say "Preparing $name for 32-bit Windows (once)"
+        rm -rf "$deps/build/$name"
         logged "dependency-$name" bash -euo pipefail -c ". '$root/scripts/common.sh'; build_$name"
-        touch "$deps/done/$name"
+        echo "$recipe" >"$deps/done/$name"
     done
 }

@@ -80,9 +80,6 @@ TEST(TarListing, DatesBeforeTheRangeBecomeItsFirst) {
 }
 
 TEST(TarListing, DatesBehindTheRangeBecomeItsLast) {
-#ifdef LIBARCHIVE_SHORT_TIMES
-    GTEST_SKIP() << "This libarchive was built with times of 32 bits.";
-#endif
     const TimeZone zone("UTC0");
     const std::string bytes =
         tarMember("2099", "", '0', 4'085'353'846) + tarMember("late", "", '0', 8'000'000'000) + tarEnd();

@@ -3,8 +3,8 @@
 #include "archivers/formats/ace/ace_reader.h"
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
+#include "formats/support/sha256.h"
 #include "formats_ace/support/expected.h"
-#include "formats_ace/support/sha256.h"
 
 /// Archives that other programs made.
 namespace archiver::test {

@@ -6,8 +6,8 @@
 
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
+#include "formats/support/sha256.h"
 #include "formats_ace/support/memory_disk.h"
-#include "formats_ace/support/sha256.h"
 
 /// A larger folder of archives with a list of what is in them; TOVAREX_SAMPLES names the folder above it.
 namespace archiver::test {

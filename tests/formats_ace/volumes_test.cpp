@@ -4,10 +4,10 @@
 
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
+#include "formats/support/sha256.h"
 #include "formats_ace/support/ace_builder.h"
 #include "formats_ace/support/expected.h"
 #include "formats_ace/support/memory_disk.h"
-#include "formats_ace/support/sha256.h"
 
 namespace archiver::test {
 namespace {

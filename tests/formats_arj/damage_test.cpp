@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <map>
 #include <random>
 
 #include "archivers/formats/arj/arj_reader.h"
-#include "archivers/formats/utf8.h"
+#include "formats/support/damage.h"
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
 #include "formats_arj/support/arj_builder.h"
@@ -14,35 +13,11 @@
 namespace archiver::test {
 namespace {
 
-struct Outcome {
-    bool faultless = true;  ///< no call gave an error
-    std::map<std::string, std::string> contents;
-};
-
 /// Lists and unpacks everything.
 Outcome exhaust(const std::string& bytes) {
-    Outcome outcome;
     const OpenResult opened = openArj(inMemory(bytes), {});
-    if (!opened.reader) {
-        EXPECT_NE(opened.code, kOk);
-        outcome.faultless = false;
-        return outcome;
-    }
-    static_cast<ArjArchive&>(*opened.reader).setPassword("secret");
-    Member member;
-    ReturnCode code = kOk;
-    for (std::size_t count = 0; (code = opened.reader->next(member)) == kOk; ++count) {
-        EXPECT_LE(count, bytes.size() / 30);
-        EXPECT_TRUE(isUtf8(member.name));
-        const Unpacked unpacked = unpack(*opened.reader);
-        EXPECT_LE(unpacked.bytes.size(), member.originalSize);
-        if (unpacked.code == kOk)
-            outcome.contents[member.name] = unpacked.bytes;
-        else
-            outcome.faultless = false;
-    }
-    if (code != kNoMoreEntries) outcome.faultless = false;
-    return outcome;
+    if (opened.reader) static_cast<ArjArchive&>(*opened.reader).setPassword("secret");
+    return test::exhaust(opened, bytes.size() / 30);
 }
 
 void expectCutsToShow(const std::string& whole, std::size_t step) {

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <map>
 #include <random>
 
 #include "archivers/formats/lzh/lzh_reader.h"
-#include "archivers/formats/utf8.h"
+#include "formats/support/damage.h"
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
 #include "formats_lzh/support/lzh_builder.h"
@@ -15,35 +14,8 @@
 namespace archiver::test {
 namespace {
 
-struct Outcome {
-    bool faultless = true;  ///< no call gave an error
-    std::map<std::string, std::string> contents;
-};
-
 /// Lists and unpacks everything.
-Outcome exhaust(const std::string& bytes) {
-    Outcome outcome;
-    const OpenResult opened = openLzh(inMemory(bytes));
-    if (!opened.reader) {
-        EXPECT_NE(opened.code, kOk);
-        outcome.faultless = false;
-        return outcome;
-    }
-    Member member;
-    ReturnCode code = kOk;
-    for (std::size_t count = 0; (code = opened.reader->next(member)) == kOk; ++count) {
-        EXPECT_LE(count, bytes.size() / 22);
-        EXPECT_TRUE(isUtf8(member.name));
-        const Unpacked unpacked = unpack(*opened.reader);
-        EXPECT_LE(unpacked.bytes.size(), member.originalSize);
-        if (unpacked.code == kOk)
-            outcome.contents[member.name] = unpacked.bytes;
-        else
-            outcome.faultless = false;
-    }
-    if (code != kNoMoreEntries) outcome.faultless = false;
-    return outcome;
-}
+Outcome exhaust(const std::string& bytes) { return test::exhaust(openLzh(inMemory(bytes)), bytes.size() / 22); }
 
 void expectCutsToShow(const std::string& whole, std::size_t step) {
     const Outcome good = exhaust(whole);

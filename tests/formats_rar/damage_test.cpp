@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <map>
 #include <random>
 
 #include "archivers/formats/rar/rar_reader.h"
-#include "archivers/formats/utf8.h"
+#include "formats/support/damage.h"
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
 #include "formats_rar/support/rar_builder.h"
@@ -19,35 +18,8 @@ constexpr const char* kFixtures[] = {
     "rar/rar5_stored.rar",   "rar/rar5_symlink.rar",        "rar/rar_compress_best.rar",
     "rar/rar_subblock.rar",  "rar/rar_unicode.rar"};
 
-struct Outcome {
-    bool faultless = true;  ///< no call gave an error
-    std::map<std::string, std::string> contents;
-};
-
 /// Lists and unpacks everything.
-Outcome exhaust(const std::string& bytes) {
-    Outcome outcome;
-    const OpenResult opened = openRar(inMemory(bytes), {});
-    if (!opened.reader) {
-        EXPECT_NE(opened.code, kOk);
-        outcome.faultless = false;
-        return outcome;
-    }
-    Member member;
-    ReturnCode code = kOk;
-    for (std::size_t count = 0; (code = opened.reader->next(member)) == kOk; ++count) {
-        EXPECT_LE(count, bytes.size() / 7);
-        EXPECT_TRUE(isUtf8(member.name));
-        const Unpacked unpacked = unpack(*opened.reader);
-        EXPECT_LE(unpacked.bytes.size(), member.originalSize);
-        if (unpacked.code == kOk)
-            outcome.contents[member.name] = unpacked.bytes;
-        else
-            outcome.faultless = false;
-    }
-    if (code != kNoMoreEntries) outcome.faultless = false;
-    return outcome;
-}
+Outcome exhaust(const std::string& bytes) { return test::exhaust(openRar(inMemory(bytes), {}), bytes.size() / 7); }
 
 /// Whether a cut there leaves whole blocks: archives of the old layout need no end mark.
 bool isBetweenBlocks(const std::string& whole, std::size_t size) {

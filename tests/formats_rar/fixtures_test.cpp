@@ -6,7 +6,7 @@
 #include "archivers/formats/rar/rar_reader.h"
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
-#include "formats_rar/support/sha256.h"
+#include "formats/support/sha256.h"
 
 /// Archives that other programs made.
 namespace archiver::test {

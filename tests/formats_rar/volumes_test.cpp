@@ -4,8 +4,8 @@
 #include "archivers/formats/rar/volume_name.h"
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
+#include "formats/support/sha256.h"
 #include "formats_rar/support/rar_builder.h"
-#include "formats_rar/support/sha256.h"
 
 /// Sets of several volumes.
 namespace archiver::test {

@@ -1,4 +1,4 @@
-#include "formats_rar/support/sha256.h"
+#include "formats/support/sha256.h"
 
 #include <array>
 #include <bit>

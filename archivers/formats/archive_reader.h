@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "archivers/convention/return_codes.h"
 
@@ -34,6 +35,15 @@ struct Moment {
     std::uint32_t nanoseconds = 0;  ///< 0 to 999,999,999
 };
 
+/// What a member is.
+enum class MemberKind : std::uint8_t {
+    kFile,
+    kFolder,
+    kSymbolicLink,  ///< its target is in Member::linkTarget, or is the member's data when that is empty
+    kHardLink,      ///< another name of the earlier member that Member::linkTarget names
+    kSpecial,       ///< a device, a pipe, a volume label: nothing that can be unpacked
+};
+
 /// One member of an archive, as its header tells it. Sizes are claims, not facts.
 struct Member {
     std::string name;  ///< UTF-8, with the separators as stored; a folder member ends with one
@@ -46,6 +56,8 @@ struct Member {
     std::uint8_t attributes = 0;  ///< attribute bits
     std::string method;           ///< at most 7 ASCII characters
     bool encrypted = false;
+    MemberKind kind = MemberKind::kFile;
+    std::string linkTarget;  ///< UTF-8, with the separators as stored
     std::optional<Moment> written, created, accessed;
 };
 
@@ -55,11 +67,22 @@ struct ArchiveFacts {
     std::uint32_t osType = os_type::kUnknown;
     int archiveType = 0;          ///< the number that the tar library's GetArchiveType gives; 0 elsewhere
     bool selfExtracting = false;  ///< a program stands before the archive's own bytes
+    bool listedByHeaders = true;  ///< false: going to the next member unpacks all that lies between
 };
 
 /// Takes a member's bytes as they are unpacked.
 /// @return false to stop; the reader then answers kUserCancel
 using DataSink = std::function<bool(const char* bytes, std::size_t size)>;
+
+/// The data of one member, apart from the reader that gave it.
+class DetachedData {
+public:
+    virtual ~DetachedData() = default;
+
+    /// What ArchiveReader::read does. Any thread may call it, while others read other members and the reader goes on;
+    /// the reader outlives it. At most once.
+    virtual ReturnCode read(const DataSink& sink) = 0;
+};
 
 /// An open archive, read member by member. Nothing throws but std::bad_alloc; memory does not grow with a claimed size.
 class ArchiveReader {
@@ -75,9 +98,21 @@ public:
     /// Goes back to before the first member.
     virtual ReturnCode restart() = 0;
 
-    /// Unpacks the current member (the one that `next` gave last) and checks its checksum. At most once a member.
+    /// The password for the members read from now on; empty for none. Formats without encryption ignore it.
+    /// @param utf8  a reader turns it into the code page of its format
+    virtual void setPassword(std::string_view utf8) { static_cast<void>(utf8); }
+
+    /// Unpacks the current member (the one that `next` gave last) and checks its checksum. At most once a member, but
+    /// for an encrypted one, which may be read again after setPassword.
     /// @return kOk, kPasswordFile for an encrypted member, kMethod, kFileCrc, kCannotRead, kUserCancel, ...
     virtual ReturnCode read(const DataSink& sink) = 0;
+
+    /// Takes the current member's data away, to be unpacked beside that of other members.
+    /// @return null where members unpack only in their order, or where this one gains nothing
+    virtual std::unique_ptr<DetachedData> detach() { return nullptr; }
+
+    /// Bytes of the archive that were read so far, for a progress in per cent of ArchiveFacts::fileSize.
+    [[nodiscard]] virtual std::uint64_t consumed() const { return 0; }
 };
 
 /// Outcome of opening: a reader, or why there is none.

@@ -63,10 +63,6 @@ public:
     /// The header of the member that `next` gave last.
     [[nodiscard]] virtual const AceHeader& header() const = 0;
 
-    /// The password for the members read from now on. Empty for none.
-    /// @param password  bytes in the code page of the archive's maker; those behind the 50th do not count
-    virtual void setPassword(std::string_view password) = 0;
-
     /// Called when a volume is missing and when reading goes on in another. May be empty.
     virtual void setVolumeCallback(AceVolumeCallback callback) = 0;
 

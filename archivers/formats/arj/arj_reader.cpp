@@ -38,7 +38,7 @@ public:
     [[nodiscard]] std::string memberComment() const override {
         return onMember_ ? readText(walk_.main(), header_.host, header_.comment) : std::string();
     }
-    void setPassword(std::string password) override { password_ = std::move(password); }
+    void setPassword(std::string_view password) override { password_ = password; }
     void setChapters(Chapters chapters) override { chapters_ = chapters; }
 
     ReturnCode next(Member& member) override;

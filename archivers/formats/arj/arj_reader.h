@@ -17,10 +17,6 @@ public:
         kAll,     ///< everything, with several members of one name
     };
 
-    /// Sets the password of garbled members, as the bytes that the archiver was given; empty for none. It holds for all
-    /// following calls of `read`.
-    virtual void setPassword(std::string password) = 0;
-
     /// Chooses which members `next` gives; kNewest at first.
     virtual void setChapters(Chapters chapters) = 0;
 

@@ -1,0 +1,57 @@
+#pragma once
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "archivers/convention/return_codes.h"
+#include "archivers/convention/text_codec.h"
+#include "archivers/unpacking/unpack_events.h"
+#include "archivers/unpacking/unpack_options.h"
+#include "archivers/unpacking/unpacker.h"
+
+namespace archiver {
+
+/// One command line of any library, understood. Texts are UTF-8.
+struct Command {
+    enum class Action : std::uint8_t { kUnpack, kTest, kList, kListVerbose, kPrint };
+    Action action = Action::kUnpack;
+    std::filesystem::path archive;  ///< as the line names it; relative to the current folder
+    UnpackOptions options;          ///< `target` as the line names it; empty: the current folder
+    MemberFilter chosen;            ///< by name, response files read; empty = every member
+    bool namesGiven = false;        ///< `chosen` came from names: kNotExist when none is found
+    std::string password;           ///< given in the line; empty = none
+    bool askPassword = true;
+    bool showProgress = true;
+    bool showNames = true;   ///< quiet lines give the shortest output there is
+    bool printNames = true;  ///< with kPrint: the members' names before their bytes
+};
+
+/// How a library words its output. One object for one command; each function appends UTF-8 text to `out`.
+class CommandTexts {
+public:
+    virtual ~CommandTexts() = default;
+    virtual void begin(const Command& command, std::string& out) = 0;
+    virtual void member(const MemberReport& report, std::string& out) = 0;
+    /// One row of kList and kListVerbose.
+    virtual void row(const Member& member, std::string& out) = 0;
+    /// In front of a member's bytes with kPrint.
+    virtual void printed(const Member& member, std::string& out) = 0;
+    virtual void end(const Command& command, const UnpackSummary& summary, std::string& out) = 0;
+};
+
+/// The command language of one library.
+struct CommandLanguage {
+    /// @param line  UTF-8, without the program's name
+    /// @return the command, or the code that tells why it is none: kCommandName, kNotArcFile, kResponseRead, ...
+    std::variant<Command, ReturnCode> (*parse)(std::string_view line, const TextCodec& codec);
+    std::unique_ptr<CommandTexts> (*texts)();
+    /// The code that the library gives for a run; null: UnpackSummary::code as it is.
+    std::int32_t (*codeOf)(const Command& command, const UnpackSummary& summary) = nullptr;
+};
+
+}  // namespace archiver

@@ -65,6 +65,8 @@ ReturnCode SingleReader::next(Member& member) {
                     .attributes = 0,
                     .method = methodTextOf(compression_),
                     .encrypted = false,
+                    .kind = MemberKind::kFile,
+                    .linkTarget = {},
                     .written = member_.written,
                     .created = std::nullopt,
                     .accessed = std::nullopt};

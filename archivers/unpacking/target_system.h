@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -33,7 +34,8 @@ public:
     virtual ~OutputFile() = default;
     /// @return kOk, kDiskSpace, kCannotWrite
     virtual ReturnCode write(std::span<const char> bytes) = 0;
-    /// Gives the file its properties and its name.
+    /// Gives the file its properties and its name. With `replace` a file or a link that stands there gives way in that
+    /// moment, also a write-protected one; without it, or when a folder stands there, the answer is kSameNameFile.
     virtual ReturnCode commit(const ItemProperties& properties) = 0;
 };
 
@@ -50,10 +52,20 @@ public:
     /// @param expectedSize  bytes that are likely to come, 0 when not known; a hint, never trusted
     virtual ReturnCode createFile(const std::filesystem::path& name, std::uint64_t expectedSize, bool replace,
                                   std::unique_ptr<OutputFile>& file) = 0;
-    /// @param to  relative to the link's own folder. kNotSupport where the system has no links or does not let us
-    virtual ReturnCode makeSymbolicLink(const std::filesystem::path& name, const std::filesystem::path& to) = 0;
+    /// @param to       relative to the link's own folder, with "/" between its parts, ".." only in front
+    /// @param replace  a file or a link that stands there gives way once the new link is made
+    /// @return kNotSupport where the system has no links or does not let us
+    virtual ReturnCode makeSymbolicLink(const std::filesystem::path& name, const std::filesystem::path& to,
+                                        bool replace) = 0;
     /// @param existing  name below the target, a file of this run
-    virtual ReturnCode makeHardLink(const std::filesystem::path& name, const std::filesystem::path& existing) = 0;
+    /// @param replace   as for a symbolic link
+    /// @return kNotSupport as for a symbolic link
+    virtual ReturnCode makeHardLink(const std::filesystem::path& name, const std::filesystem::path& existing,
+                                    bool replace) = 0;
+    /// Copies a file of this run, with its times and attributes, in place of a link that the system does not have.
+    /// @param goOn  asked at least once a MiB; false ends the copy with kUserCancel and leaves nothing behind
+    virtual ReturnCode copyFile(const std::filesystem::path& name, const std::filesystem::path& existing, bool replace,
+                                const std::function<bool()>& goOn) = 0;
     /// For folders, once all is written in them.
     virtual ReturnCode setProperties(const std::filesystem::path& name, const ItemProperties& properties) = 0;
     /// Bytes that may still be written; nullopt when that cannot be told.

@@ -19,7 +19,8 @@ enum class MemberOutcome : std::uint8_t {
     kFailed,
 };
 
-/// One member's end. Told in the order of the members, on the thread that called the unpacker.
+/// One member's end. Told in the order of the members, but for symbolic links, which are made after all other members;
+/// on the thread that called the unpacker. A member that a cancel or a full disk kept from its end is not told.
 struct MemberReport {
     const Member& member;
     MemberOutcome outcome;
@@ -55,7 +56,8 @@ class UnpackEvents {
 public:
     virtual ~UnpackEvents() = default;
 
-    /// A member begins. @return false to cancel
+    /// A file, or a member that is tested or printed, begins. Several may have begun before the first of them ends.
+    /// @return false to cancel
     virtual bool begins(const Member& member, const std::filesystem::path& file) = 0;
 
     /// Called at least every 50 ms while there is work, and at the end of every member: whoever wants to show windows

@@ -17,8 +17,9 @@ enum class ExistingFiles : std::uint8_t {
 
 /// How members become files.
 struct UnpackOptions {
-    std::filesystem::path target;  ///< absolute; made when it is not there, with the folders above it
-    bool keepFolders = true;       ///< false: last parts of names only, folder members are passed over
+    std::filesystem::path target;   ///< absolute; made when it is not there, with the folders above it
+    std::filesystem::path archive;  ///< whose mark of the Web passes to every file; empty: none does
+    bool keepFolders = true;        ///< false: last parts of names only, folder members are passed over
     ExistingFiles existing = ExistingFiles::kAsk;
     bool onlyNewer = false;     ///< a file that is there and newer or as old (to 2 seconds) is kept without a question
     bool onlyExisting = false;  ///< members whose file is not there are passed over

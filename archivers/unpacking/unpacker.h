@@ -11,7 +11,7 @@ namespace archiver {
 
 /// What a run came to.
 struct UnpackSummary {
-    ReturnCode code = kOk;  ///< of the first member that failed or was refused, else of what ended the run
+    ReturnCode code = kOk;  ///< of what ended the run early, else of the first member that failed or was refused
     std::uint64_t chosen = 0;
     std::uint64_t unpacked = 0;  ///< files, links and tested members
     std::uint64_t skipped = 0;

@@ -139,7 +139,9 @@ INSTANTIATE_TEST_SUITE_P(Libraries, BadArguments,
                          ::testing::Values(LibraryCase{"UnZip32", "UnZip", "listing.zip"},
                                            LibraryCase{"Tar32", "Tar", "listing.tar"},
                                            LibraryCase{"UnRar32", "Unrar", "../rar/rar.rar"},
-                                           LibraryCase{"UnArj32j", "Unarj", "../arj/methods.arj"}),
+                                           LibraryCase{"UnArj32j", "Unarj", "../arj/methods.arj"},
+                                           LibraryCase{"UnLha32", "Unlha", "../lzh/unix-folders-level1.lzh"},
+                                           LibraryCase{"Cab32", "Cab", "../cab/mszip_lzx_qtm.cab"}),
                          [](const auto& each) { return std::string(each.param.module); });
 
 }  // namespace

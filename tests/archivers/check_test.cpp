@@ -39,12 +39,20 @@ protected:
     std::int32_t arj(const std::string& file, std::int32_t mode) {
         return arj_.call<fn::CheckArchive>("CheckArchive", file.c_str(), mode);
     }
+    std::int32_t lzh(const std::string& file, std::int32_t mode) {
+        return lzh_.call<fn::CheckArchive>("CheckArchive", file.c_str(), mode);
+    }
+    std::int32_t cab(const std::string& file, std::int32_t mode) {
+        return cab_.call<fn::CheckArchive>("CheckArchive", file.c_str(), mode);
+    }
 
 private:
     LoadedLibrary zip_{"UnZip32", "UnZip"};
     LoadedLibrary tar_{"Tar32", "Tar"};
     LoadedLibrary rar_{"UnRar32", "Unrar"};
     LoadedLibrary arj_{"UnArj32j", "Unarj"};
+    LoadedLibrary lzh_{"UnLha32", "Unlha"};
+    LoadedLibrary cab_{"Cab32", "Cab"};
 };
 
 TEST_F(Check, TakesGoodArchives) {
@@ -68,6 +76,30 @@ TEST_F(Check, TakesGoodArchivesOfRarAndArj) {
         for (const char* name : {"../arj/methods.arj", "../arj/garbled.arj"}) {
             EXPECT_EQ(arj(sample(name), mode), 1) << name << ", mode " << mode;
         }
+    }
+}
+
+TEST_F(Check, TakesGoodArchivesOfLzhAndCab) {
+    for (const std::int32_t mode : kModes) {
+        for (const char* name : {"../lzh/lh1.lzh", "../lzh/unix-folders-level1.lzh", "../lzh/lz5.lzs"}) {
+            EXPECT_EQ(lzh(sample(name), mode), 1) << name << ", mode " << mode;
+        }
+        for (const char* name : {"../cab/mszip_lzx_qtm.cab", "../cab/cabd_multi_basic_pt3.cab"}) {
+            EXPECT_EQ(cab(sample(name), mode), 1) << name << ", mode " << mode;
+        }
+    }
+}
+
+TEST_F(Check, FindsDamagedDataOfLzhAndCabWhenItReadsThem) {
+    std::string bytes = bytesOf(sample("../lzh/unix-folders-level1.lzh"));
+    bytes[bytes.find("hello world")] = 'j';
+    const ScratchFile lzhFile("data.lzh", bytes);
+    bytes = bytesOf(sample("../cab/cabd_multi_basic_pt3.cab"));
+    bytes[bytes.find("This is the data")] = 't';
+    const ScratchFile cabFile("data.cab", bytes);
+    for (const std::int32_t mode : kModes) {
+        EXPECT_EQ(lzh(lzhFile.name(), mode), mode == kFullCrc ? 0 : 1);
+        EXPECT_EQ(cab(cabFile.name(), mode), mode == kFullCrc ? 0 : 1);
     }
 }
 
@@ -96,6 +128,8 @@ TEST_F(Check, RefusesOtherKinds) {
         EXPECT_EQ(tar(sample("listing.zip"), mode), 0);
         EXPECT_EQ(rar(sample("../arj/methods.arj"), mode), 0);
         EXPECT_EQ(arj(sample("../rar/rar.rar"), mode), 0);
+        EXPECT_EQ(lzh(sample("../cab/mszip_lzx_qtm.cab"), mode), 0);
+        EXPECT_EQ(cab(sample("../lzh/lh1.lzh"), mode), 0);
     }
 }
 

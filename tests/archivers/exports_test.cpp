@@ -106,7 +106,8 @@ TEST_P(Exports, CanBeLoadedAgain) {
 
 INSTANTIATE_TEST_SUITE_P(Libraries, Exports,
                          ::testing::Values(LibraryCase{"UnZip32", "UnZip", 540}, LibraryCase{"Tar32", "Tar", 228},
-                                           LibraryCase{"UnRar32", "Unrar", 40}, LibraryCase{"UnArj32j", "Unarj", 120}),
+                                           LibraryCase{"UnRar32", "Unrar", 40}, LibraryCase{"UnArj32j", "Unarj", 120},
+                                           LibraryCase{"UnLha32", "Unlha", 267}, LibraryCase{"Cab32", "Cab", 98}),
                          [](const auto& each) { return std::string(each.param.module); });
 
 TEST(Exports, OneKindHasAFunctionOfItsOwn) {
@@ -114,6 +115,8 @@ TEST(Exports, OneKindHasAFunctionOfItsOwn) {
     EXPECT_EQ(LoadedLibrary("UnZip32", "UnZip").find<fn::GetFileCount>("GetArchiveType"), nullptr);
     EXPECT_EQ(LoadedLibrary("UnRar32", "Unrar").find<fn::GetFileCount>("GetArchiveType"), nullptr);
     EXPECT_EQ(LoadedLibrary("UnArj32j", "Unarj").find<fn::GetFileCount>("GetArchiveType"), nullptr);
+    EXPECT_EQ(LoadedLibrary("UnLha32", "Unlha").find<fn::GetFileCount>("GetArchiveType"), nullptr);
+    EXPECT_EQ(LoadedLibrary("Cab32", "Cab").find<fn::GetFileCount>("GetArchiveType"), nullptr);
 }
 
 }  // namespace

@@ -246,6 +246,36 @@ TEST(ArjListing, TellsEveryMember) {
     EXPECT_EQ(members[1].writeTime, kWritten);
 }
 
+TEST(LzhListing, TellsEveryMember) {
+    const LoadedLibrary library("UnLha32", "Unlha");
+    ASSERT_TRUE(library.loaded());
+    expectRows(library, "../lzh/unix-folders-level1.lzh",
+               {{"subdir/", 0, 0, 0, 0, "d--w", "-lhd-", 0x10},
+                {"subdir/subdir2/", 0, 0, 0, 0, "d---", "-lhd-", 0x11},
+                {"subdir/subdir2/hello.txt", 12, 12, 0x9778, 1000, "---w", "-lh0-", 0x00}});
+    expectRows(library, "../lzh/lh6-level2.lzh", {{"gpl-2", 18092, 6832, 0xA33A, 377, "----", "-lh6-", 0x01}});
+}
+
+TEST(CabListing, TellsEveryMember) {
+    const LoadedLibrary library("Cab32", "Cab");
+    ASSERT_TRUE(library.loaded());
+    std::int32_t ended = 0;
+    const std::vector<ListedMember> members = list(library, sample("../cab/mszip_lzx_qtm.cab"), ended);
+    EXPECT_EQ(ended, -1);
+    ASSERT_EQ(members.size(), 3U);
+    EXPECT_STREQ(members[0].info.mode, "MSZIP");
+    EXPECT_STREQ(members[1].info.fileName, "lzx.txt");
+    EXPECT_EQ(members[1].info.originalSize, 187U);
+    EXPECT_EQ(members[1].info.compressedSize, 114U);
+    EXPECT_EQ(members[1].info.crc, 0U);
+    EXPECT_EQ(members[1].info.ratio, 609);
+    EXPECT_EQ(members[1].info.date, 17 << 9 | 3 << 5 | 12);
+    EXPECT_STREQ(members[1].info.attribute, "a--w");
+    EXPECT_EQ(members[1].attribute, 0x20);
+    EXPECT_STREQ(members[1].info.mode, "LZX");
+    EXPECT_STREQ(members[2].info.mode, "Quantum") << "fills its field to the last byte";
+}
+
 TEST_F(TarListing, TellsTheKindOfAFile) {
     const struct {
         const char* archive;

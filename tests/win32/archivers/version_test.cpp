@@ -66,8 +66,9 @@ INSTANTIATE_TEST_SUITE_P(
                       VersionCase{"Tar32", 2U << 16 | 28, L"2.28.0.0",
                                   L"Archiver library for TAR and its compressed forms", L"Tar32.dll"},
                       VersionCase{"UnRar32", 40, L"0.40.0.0", L"Archiver library for RAR", L"UnRar32.dll"},
-                      VersionCase{"UnArj32j", 1U << 16 | 20, L"1.20.0.0", L"Archiver library for ARJ",
-                                  L"UnArj32j.dll"}),
+                      VersionCase{"UnArj32j", 1U << 16 | 20, L"1.20.0.0", L"Archiver library for ARJ", L"UnArj32j.dll"},
+                      VersionCase{"UnLha32", 2U << 16 | 67, L"2.67.0.0", L"Archiver library for LZH", L"UnLha32.dll"},
+                      VersionCase{"Cab32", 98, L"0.98.0.0", L"Archiver library for cabinets", L"Cab32.dll"}),
     [](const auto& each) { return std::string(each.param.module); });
 
 }  // namespace

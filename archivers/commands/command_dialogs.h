@@ -8,7 +8,8 @@
 
 namespace archiver {
 
-/// The windows of a running command. Without an owner window none is ever shown.
+/// The windows of a running command. Without an owner window none is ever shown. All calls, the end included, come on
+/// the thread that made the object.
 class CommandDialogs {
 public:
     virtual ~CommandDialogs() = default;
@@ -30,16 +31,20 @@ public:
     virtual bool askDiskSpace(std::uint64_t needed, std::uint64_t available) = 0;
 };
 
+/// Natively, the owner "window" of a command whose questions are asked on the process's terminal; they are answered
+/// with "no" when there is none. Null in Windows, where every question has a window.
+WindowHandle consoleOwner() noexcept;
+
 /// What a command wants of its windows.
 struct DialogSettings {
-    WindowHandle owner = nullptr;  ///< null: no windows. Disabled while the object lives, and enabled again
+    WindowHandle owner = nullptr;  ///< null or gone: no windows. Disabled while the object lives, and enabled again
     std::filesystem::path archive;
     std::string title;         ///< of the windows, UTF-8, such as "UnZip32"
     bool showProgress = true;  ///< the progress window; questions are shown in any case
     bool pumpMessages = true;  ///< background mode: other windows of the thread stay alive
 };
 
-/// The system's own windows; natively, where a process has none, nothing is shown.
+/// The system's own windows. A progress over a window that goes away meanwhile is answered with "cancelled".
 std::unique_ptr<CommandDialogs> makeCommandDialogs(const DialogSettings& settings);
 
 }  // namespace archiver

@@ -77,6 +77,26 @@ TEST(LzhNames, MayBeWide) {
     EXPECT_EQ(nameOf({.name = "x", .level = 2, .extended = {{0x44, utf16(u"\xD800")}}}), "\xEF\xBF\xBD");
 }
 
+TEST(LzhNames, AreFollowedByTheTargetsOfLinks) {
+    const std::string mode = littleEndian(0120777, 2);
+    const auto memberOf = [](const LzhFile& file) {
+        const Listing listing = walk(openLzh(inMemory(lzhArchive({file}))));
+        return listing.members.size() == 1 ? listing.members[0] : Member{};
+    };
+    const Member link = memberOf({.name = "link|../target", .level = 2, .method = "-lhd-", .extended = {{0x50, mode}}});
+    EXPECT_EQ(link.kind, MemberKind::kSymbolicLink);
+    EXPECT_EQ(link.linkTarget, "../target");
+    EXPECT_EQ(
+        memberOf(
+            {.name = "target", .level = 2, .method = "-lhd-", .extended = {{0x02, "dir\xFFlink|..\xFF"}, {0x50, mode}}})
+            .linkTarget,
+        "../target");
+    EXPECT_EQ(memberOf({.name = "dir", .method = "-lhd-"}).kind, MemberKind::kFolder);
+    const Member file = memberOf({.name = "a|b"});
+    EXPECT_EQ(file.kind, MemberKind::kFile);
+    EXPECT_EQ(file.linkTarget, "");
+}
+
 TEST(LzhNames, OfLinksLeaveTheTargetOut) {
     const std::string mode = littleEndian(0120777, 2);
     EXPECT_EQ(nameOf({.name = "link|../target", .level = 2, .method = "-lhd-", .extended = {{0x50, mode}}}), "link");

@@ -87,6 +87,8 @@ void fillMember(const FileHeader& header, std::uint8_t host, Member& member) {
     member.created.reset();
     member.accessed.reset();
     settleFolder(member);
+    member.kind = (member.attributes & attribute::kFolder) != 0 ? MemberKind::kFolder : MemberKind::kFile;
+    member.linkTarget.clear();
 }
 
 void fillHeader(const FileHeader& header, AceHeader& filled) {

@@ -1,5 +1,6 @@
 #include "archivers/formats/arj/arj_reader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "archivers/formats/arj/checksum.h"
@@ -7,6 +8,7 @@
 #include "archivers/formats/arj/text_lines.h"
 #include "archivers/formats/arj/unpacker.h"
 #include "archivers/formats/arj/volume_walk.h"
+#include "archivers/formats/object_pool.h"
 
 namespace archiver {
 namespace arj {
@@ -17,6 +19,27 @@ constexpr bool kTextsHaveReturns = static_cast<char>(std::filesystem::path::pref
 constexpr std::uint8_t kLastMethod = 4;
 /// The garble of old; what comes behind it in number are ciphers.
 constexpr std::uint8_t kLastGarble = 1;
+
+/// A member whose bytes lie in one part: with an unpacker of its own, it needs nothing of the reader.
+class DetachedPart final : public DetachedData {
+public:
+    DetachedPart(std::shared_ptr<const InputFile> volume, const Part& part, bool text, ObjectPool<Unpacker>& unpackers)
+        : volume_(std::move(volume)), part_(part), text_(text), unpackers_(unpackers) {}
+
+    ReturnCode read(const DataSink& sink) override {
+        const auto unpacker = unpackers_.take();
+        if (!text_) return unpacker->unpack(*volume_, part_, {}, sink);
+        TextLines lines(sink);
+        return unpacker->unpack(*volume_, part_, {},
+                                [&lines](const char* bytes, std::size_t size) { return lines(bytes, size); });
+    }
+
+private:
+    std::shared_ptr<const InputFile> volume_;
+    Part part_;
+    bool text_;
+    ObjectPool<Unpacker>& unpackers_;
+};
 
 class ArjReader final : public ArjArchive {
 public:
@@ -44,8 +67,11 @@ public:
     ReturnCode next(Member& member) override;
     ReturnCode restart() override;
     ReturnCode read(const DataSink& sink) override;
+    std::unique_ptr<DetachedData> detach() override;
 
 private:
+    [[nodiscard]] bool changesLines() const noexcept { return kTextsHaveReturns && header_.type == FileType::kText; }
+    [[nodiscard]] bool isGarbled() const noexcept;
     [[nodiscard]] bool isListed() const noexcept;
     [[nodiscard]] ReturnCode whyNotReadable() const noexcept;
     ReturnCode readParts(const DataSink& sink);
@@ -60,7 +86,7 @@ private:
     MemberParts data_;
     bool onMember_ = false;
     bool unread_ = false;  ///< the current member was not read yet
-    std::unique_ptr<Unpacker> unpacker_;
+    ObjectPool<Unpacker> unpackers_;
 };
 
 bool ArjReader::isListed() const noexcept {
@@ -102,6 +128,10 @@ ReturnCode ArjReader::restart() {
     return walk_.rewind();
 }
 
+bool ArjReader::isGarbled() const noexcept {
+    return std::any_of(data_.parts.begin(), data_.parts.end(), [](const Part& part) { return part.garbled; });
+}
+
 ReturnCode ArjReader::whyNotReadable() const noexcept {
     if (data_.state != kOk) return data_.state;
     for (const Part& part : data_.parts) {
@@ -115,21 +145,31 @@ ReturnCode ArjReader::whyNotReadable() const noexcept {
 
 ReturnCode ArjReader::read(const DataSink& sink) {
     if (!unread_) return kNotSearchMode;
-    unread_ = false;
+    unread_ = isGarbled();  // perhaps with another password
     if (header_.type == FileType::kFolder) return kOk;
     const ReturnCode code = whyNotReadable();
     if (code != kOk) return code;
-    if (!kTextsHaveReturns || header_.type != FileType::kText) return readParts(sink);
+    if (!changesLines()) return readParts(sink);
     TextLines lines(sink);
     return readParts([&lines](const char* bytes, std::size_t size) { return lines(bytes, size); });
 }
 
+std::unique_ptr<DetachedData> ArjReader::detach() {
+    const bool alone = data_.parts.size() == 1 && data_.parts.front().originalSize > 0;
+    if (!unread_ || !alone || header_.type == FileType::kFolder || isGarbled() || whyNotReadable() != kOk)
+        return nullptr;
+    std::shared_ptr<const InputFile> volume;
+    if (walk_.volumes().open(data_.parts.front().volume, volume) != kOk) return nullptr;
+    unread_ = false;
+    return std::make_unique<DetachedPart>(std::move(volume), data_.parts.front(), changesLines(), unpackers_);
+}
+
 ReturnCode ArjReader::readParts(const DataSink& sink) {
-    if (unpacker_ == nullptr) unpacker_ = std::make_unique<Unpacker>();
+    const auto unpacker = unpackers_.take();
     for (const Part& part : data_.parts) {
         std::shared_ptr<const InputFile> volume;
         ReturnCode code = walk_.volumes().open(part.volume, volume);
-        if (code == kOk) code = unpacker_->unpack(*volume, part, password_, sink);
+        if (code == kOk) code = unpacker->unpack(*volume, part, password_, sink);
         // A wrong password shows in nothing but data that makes no sense.
         if (part.garbled && (code == kHuffmanCode || code == kFileCrc)) return kPasswordFile;
         if (code != kOk) return code;

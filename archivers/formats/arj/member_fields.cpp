@@ -100,6 +100,8 @@ void fillMember(const MainHeader& main, const FileHeader& header, Member& member
     member.attributes = attributesOf(header);
     member.method = methodText(header.method);
     member.encrypted = header.has(flag::kGarbled);
+    member.kind = header.type == FileType::kFolder ? MemberKind::kFolder : MemberKind::kFile;
+    member.linkTarget.clear();
     fillTimes(header, member);
     if (header.type == FileType::kFolder && (member.name.empty() || !isSeparator(member.name.back()))) {
         const bool backslashes =

@@ -43,6 +43,8 @@ void fillMember(const mscabd_file& file, std::uint64_t packed, Member& member) {
     // The format has no folders, but some archivers write empty members for them.
     const bool isFolder = file.length == 0 && (member.name.ends_with('\\') || member.name.ends_with('/'));
     if (isFolder) member.attributes |= attribute::kFolder;
+    member.kind = isFolder ? MemberKind::kFolder : MemberKind::kFile;
+    member.linkTarget.clear();
     member.method = methodText(file.folder->comp_type);
     member.encrypted = false;
     member.written.reset();

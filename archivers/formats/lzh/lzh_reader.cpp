@@ -11,6 +11,17 @@ namespace archiver {
 namespace lzh {
 namespace {
 
+/// Members are packed each by itself.
+class DetachedMember final : public DetachedData {
+public:
+    DetachedMember(const InputFile& file, const Header& header) : file_(file), header_(header) {}
+    ReturnCode read(const DataSink& sink) override { return unpack(file_, header_, sink); }
+
+private:
+    const InputFile& file_;
+    Header header_;
+};
+
 class LzhReader final : public ArchiveReader {
 public:
     explicit LzhReader(std::unique_ptr<InputFile> file) : file_(std::move(file)) {}
@@ -30,6 +41,11 @@ public:
     ReturnCode next(Member& member) override;
     ReturnCode restart() override;
     ReturnCode read(const DataSink& sink) override;
+    std::unique_ptr<DetachedData> detach() override {
+        if (!unread_ || header_.isFolderOrLink()) return nullptr;
+        unread_ = false;
+        return std::make_unique<DetachedMember>(*file_, header_);
+    }
 
 private:
     std::unique_ptr<InputFile> file_;

@@ -80,7 +80,7 @@ std::uint32_t osTypeOf(std::uint8_t system) noexcept {
 }
 
 void fillMember(const Header& header, Member& member) {
-    member.name = memberName(header);
+    member.name = memberName(header, member.linkTarget);
     member.originalSize = header.originalSize;
     member.packedSize = header.packedSize;
     member.crc = header.crc.value_or(0);
@@ -88,6 +88,9 @@ void fillMember(const Header& header, Member& member) {
     member.attributes = attributesOf(header);
     member.method = header.method;
     member.encrypted = false;
+    member.kind = header.isLink()           ? MemberKind::kSymbolicLink
+                  : header.isFolderOrLink() ? MemberKind::kFolder
+                                            : MemberKind::kFile;
     fillTimes(header, member);
 }
 

@@ -66,7 +66,7 @@ void appendFolder(const Header& header, std::string& utf8) {
 
 }  // namespace
 
-std::string memberName(const Header& header) {
+std::string memberName(const Header& header, std::string& linkTarget) {
     std::string name;
     appendFolder(header, name);
     if (!header.wideName.empty())
@@ -74,9 +74,11 @@ std::string memberName(const Header& header) {
     else
         appendText(header, upToNul(std::string_view(header.name)), name);
 
-    if (header.isLink()) {
+    linkTarget.clear();
+    if (const std::size_t bar = header.isLink() ? name.find('|') : std::string::npos; bar != std::string::npos) {
         // "name|target", which some archivers spread over folder and name.
-        name.resize(std::min(name.find('|'), name.size()));
+        linkTarget = name.substr(bar + 1);
+        name.resize(bar);
     }
     // Nothing but a NUL, or a link without a name.
     if (name.empty()) name += '_';

@@ -12,6 +12,7 @@ namespace archiver::lzh {
 /// from another system than those of MS-DOS and Windows; the ANSI code page, 932 on a Japanese system. Separators in a
 /// name are as stored; those between the parts of a folder, which are no characters, become "/". A folder ends with a
 /// separator. A symbolic link, stored as "name|target", goes by its name.
-std::string memberName(const Header& header);
+/// @param linkTarget  what a symbolic link leads to, in UTF-8; empty for anything else
+std::string memberName(const Header& header, std::string& linkTarget);
 
 }  // namespace archiver::lzh

@@ -1,5 +1,7 @@
 #include "formats/support/listing.h"
 
+#include <thread>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -64,6 +66,29 @@ Unpacked unpack(ArchiveReader& reader, std::string_view name) {
         if (member.name == name) return unpack(reader);
     }
     return {{}, kNotExist};
+}
+
+std::vector<DetachedMember> unpackDetached(ArchiveReader& reader) {
+    std::vector<DetachedMember> members;
+    std::vector<std::unique_ptr<DetachedData>> data;
+    Member member;
+    while (reader.next(member) == kOk) {
+        auto detached = reader.detach();
+        if (detached == nullptr) continue;
+        members.push_back({member.name, {}});
+        data.push_back(std::move(detached));
+    }
+    std::vector<std::jthread> threads;
+    for (std::size_t index = 0; index < data.size(); ++index) {
+        threads.emplace_back([&unpacked = members[index].unpacked, source = data[index].get()] {
+            unpacked.code = source->read([&unpacked](const char* bytes, std::size_t size) {
+                unpacked.bytes.append(bytes, size);
+                return true;
+            });
+        });
+    }
+    threads.clear();
+    return members;
 }
 
 std::vector<std::string> lines(std::string_view text) {

@@ -31,6 +31,13 @@ Unpacked unpack(ArchiveReader& reader);
 /// Goes to the first member of that name and unpacks it; code kNotExist when there is none.
 Unpacked unpack(ArchiveReader& reader, std::string_view name);
 
+/// What all members that can be detached hold, read by as many threads at once.
+struct DetachedMember {
+    std::string name;
+    Unpacked unpacked;
+};
+std::vector<DetachedMember> unpackDetached(ArchiveReader& reader);
+
 /// The lines of a text file, without their ends.
 std::vector<std::string> lines(std::string_view text);
 

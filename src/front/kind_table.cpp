@@ -4,6 +4,8 @@
 #include <string>
 
 #include "drivers/un_arj.h"
+#include "drivers/un_cab.h"
+#include "drivers/un_lha.h"
 #include "drivers/un_rar.h"
 #include "drivers/un_tar.h"
 #include "drivers/un_zip.h"
@@ -47,12 +49,14 @@ constexpr KindRow kRows[] = {
      .library = L"UnLha32.dll",
      .extensions = kLzhNames,
      .minimumVersion = 87,
-     .creationBit = kind::kCreateLzh},
+     .creationBit = kind::kCreateLzh,
+     .makeDriver = &make<cUnLHA>},
     {.bit = kind::kCab,
      .library = L"Cab32.dll",
      .extensions = kCabNames,
      .minimumVersion = 65,
-     .creationBit = kind::kCreateCab},
+     .creationBit = kind::kCreateCab,
+     .makeDriver = &make<cUnCab>},
     {.bit = kind::kAce, .library = L"UnAce.dll", .extensions = kAceNames},
     {.bit = kind::kTar,
      .library = L"Tar32.dll",

@@ -2,6 +2,8 @@
 
 #include "drivers/fakes/driver_fixture.h"
 #include "drivers/un_arj.h"
+#include "drivers/un_cab.h"
+#include "drivers/un_lha.h"
 #include "drivers/un_rar.h"
 #include "drivers/un_tar.h"
 #include "drivers/un_zip.h"
@@ -27,6 +29,16 @@ protected:
 class UnArj : public testing::Test, protected test::DriverFixture {
 protected:
     cUnARJ arj{library, messages, regional};
+};
+
+class UnLha : public testing::Test, protected test::DriverFixture {
+protected:
+    cUnLHA lha{library, messages, regional};
+};
+
+class UnCab : public testing::Test, protected test::DriverFixture {
+protected:
+    cUnCab cab{library, messages, regional};
 };
 
 TEST_F(UnZip, IsDescribed) {
@@ -95,6 +107,81 @@ TEST_F(UnArj, IsDescribed) {
     EXPECT_TRUE(unArj.columns.type);
     EXPECT_TRUE(unArj.columns.crc);
     EXPECT_EQ(unArj.columns.crcHeader, L"CRC");
+}
+
+TEST_F(UnLha, IsDescribed) {
+    const DriverDescription& unLha = lha.description();
+    EXPECT_EQ(&unLha, &cUnLHA::kDescription);
+    EXPECT_EQ(unLha.library, L"UnLha32.dll");
+    EXPECT_EQ(unLha.prefix, "Unlha");
+    EXPECT_EQ(unLha.messageTitle, L"LHA Message");
+    EXPECT_EQ(unLha.minimumVersion, 87);
+    EXPECT_TRUE(unLha.hasCursorMode);
+    EXPECT_TRUE(unLha.changeable);
+    EXPECT_TRUE(unLha.columns.attributes);
+    EXPECT_TRUE(unLha.columns.packed);
+    EXPECT_TRUE(unLha.columns.ratio);
+    EXPECT_TRUE(unLha.columns.type);
+    EXPECT_TRUE(unLha.columns.crc);
+    EXPECT_EQ(unLha.columns.crcHeader, L"CRC");
+}
+
+TEST_F(UnCab, IsDescribed) {
+    const DriverDescription& unCab = cab.description();
+    EXPECT_EQ(&unCab, &cUnCab::kDescription);
+    EXPECT_EQ(unCab.library, L"Cab32.dll");
+    EXPECT_EQ(unCab.prefix, "Cab");
+    EXPECT_EQ(unCab.messageTitle, L"CAB Message");
+    EXPECT_EQ(unCab.minimumVersion, 65);
+    EXPECT_FALSE(unCab.hasCursorMode);
+    EXPECT_FALSE(unCab.changeable);
+    EXPECT_TRUE(unCab.columns.attributes);
+    EXPECT_FALSE(unCab.columns.packed);
+    EXPECT_FALSE(unCab.columns.ratio);
+    EXPECT_FALSE(unCab.columns.type);
+    EXPECT_FALSE(unCab.columns.crc);
+}
+
+TEST_F(UnLha, HasACheckMode) {
+    EXPECT_EQ(lha.CheckMode(), 0);
+    lha.setCheckMode(2);
+    EXPECT_EQ(lha.CheckMode(), 2);
+    EXPECT_FALSE(lha.CheckArchive(L"a.lzh"));
+    EXPECT_EQ(library.calls, (Calls{L"checkArchive a.lzh 2"}));
+}
+
+TEST_F(UnCab, HasACheckMode) {
+    EXPECT_EQ(cab.CheckMode(), 0);
+    cab.setCheckMode(1);
+    EXPECT_EQ(cab.CheckMode(), 1);
+    EXPECT_FALSE(cab.CheckArchive(L"a.cab"));
+    EXPECT_EQ(library.calls, (Calls{L"checkArchive a.cab 1"}));
+}
+
+TEST_F(UnCab, NeverCallsACursorFunction) {
+    library.members = {{.name = "a"}};
+    cab.setCursorMode(true);
+    EXPECT_FALSE(cab.CursorMode());
+    cab.setCursorMode(false);
+    EXPECT_TRUE(library.calls.empty());
+    EXPECT_EQ(cab.SetArcFile(L"a.cab"), 1U);
+    EXPECT_EQ(library.calls, (Calls{L"openArchive a.cab 0", L"findFirst *.*", L"findNext", L"closeArchive"}));
+}
+
+TEST_F(UnLha, TellsOfAnArchiveThatCannotBeOpened) {
+    library.opens = false;
+    lha.SetArcFile(L"a.lzh");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, L"Can not open 'a.lzh' (corrupted archive) !");
+    EXPECT_EQ(messages.shown[0].title, L"LHA Message");
+}
+
+TEST_F(UnCab, TellsOfAnArchiveThatCannotBeOpened) {
+    library.opens = false;
+    cab.SetArcFile(L"a.cab");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, L"Can not open 'a.cab' (corrupted archive) !");
+    EXPECT_EQ(messages.shown[0].title, L"CAB Message");
 }
 
 TEST_F(UnZip, CallsItsCheckModeTestMode) {

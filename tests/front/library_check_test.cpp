@@ -103,9 +103,7 @@ TEST_F(LibraryCheck, LeavesALibraryAsideWhoseVersionHasNoText) {
 }
 
 TEST_F(LibraryCheck, LeavesKindsWithoutADriverUnavailable) {
-    for (const wchar_t* library : {L"UnLha32.dll", L"Cab32.dll", L"UnAce.dll"}) {
-        install(library);
-    }
+    install(L"UnAce.dll");
     EXPECT_EQ(available(), 0U);
 }
 
@@ -125,6 +123,26 @@ TEST_F(LibraryCheck, TakesAnArjLibraryFromVersion12On) {
     EXPECT_EQ(available(), 0U);
     exports.versionRegister = 12;
     EXPECT_EQ(available(), 64U);
+}
+
+TEST_F(LibraryCheck, TakesAnLzhLibraryFromVersion87OnAndItsCreationWithIt) {
+    install(L"UnLha32.dll", "Unlha");
+    exports.versionRegister = 86;
+    EXPECT_EQ(available(), 0U);
+    exports.versionRegister = 87;
+    EXPECT_EQ(available(), 128U | 2U);
+    const LibraryVersions found = checkAll();
+    EXPECT_EQ(found.at(kind::kLzh), L"5.52.1.7");
+    EXPECT_EQ(found.at(kind::kCreateLzh), L"5.52.1.7");
+}
+
+TEST_F(LibraryCheck, TakesACabLibraryFromVersion65OnAndItsCreationWithIt) {
+    install(L"Cab32.dll", "Cab");
+    exports.versionRegister = 64;
+    EXPECT_EQ(available(), 0U);
+    exports.versionRegister = 65;
+    EXPECT_EQ(available(), 256U | 4U);
+    EXPECT_EQ(checkAll().at(kind::kCreateCab), L"5.52.1.7");
 }
 
 TEST_F(LibraryCheck, GivesCreationItsOwnTextsAndBits) {

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "archivers/formats/archive_reader.h"
+#include "archivers/formats/letter_case.h"
 #include "archivers/formats/moments.h"
 
 /// What the exported functions need to know of the system. Implemented in win32/ and posix/.
@@ -13,8 +14,5 @@ std::optional<Moment> utcOfLocal(DosStamp local) noexcept;
 
 /// When the file was changed last; nullopt when that can not be told.
 std::optional<Moment> lastWriteTime(const std::filesystem::path& file) noexcept;
-
-/// The form in which two characters that differ by their case alone are equal; one character becomes one.
-char32_t foldCase(char32_t character) noexcept;
 
 }  // namespace archiver

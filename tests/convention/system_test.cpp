@@ -12,21 +12,6 @@
 namespace archiver {
 namespace {
 
-TEST(FoldCase, MakesLettersEqual) {
-    EXPECT_EQ(foldCase(U'a'), foldCase(U'A'));
-    EXPECT_EQ(foldCase(U'z'), foldCase(U'Z'));
-    EXPECT_EQ(foldCase(U'\u00E4'), foldCase(U'\u00C4'));
-    EXPECT_EQ(foldCase(U'\u044F'), foldCase(U'\u042F'));
-    EXPECT_EQ(foldCase(U'\u03B1'), foldCase(U'\u0391'));
-}
-
-TEST(FoldCase, KeepsWhatHasNoCase) {
-    for (const char32_t character :
-         {U'0', U'/', U'\\', U'[', U'`', U'{', U'_', U'\u8868', U'\U0001F600', char32_t{0}}) {
-        EXPECT_EQ(foldCase(character), character);
-    }
-}
-
 TEST(UtcOfLocal, RefusesWhatIsNoTime) {
     EXPECT_FALSE(utcOfLocal({0, 0}).has_value()) << "month 0";
     EXPECT_FALSE(utcOfLocal({0x2AA0, 0}).has_value()) << "day 0";

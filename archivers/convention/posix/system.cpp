@@ -2,21 +2,9 @@
 
 #include <sys/stat.h>
 
-#include <clocale>
 #include <ctime>
-#include <cwctype>
 
 namespace archiver {
-
-namespace {
-
-/// A locale that knows the letters of all scripts, whatever locale the process has.
-locale_t letters() noexcept {
-    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    return locale;
-}
-
-}  // namespace
 
 std::optional<Moment> utcOfLocal(DosStamp local) noexcept {
     tm fields{};
@@ -43,14 +31,6 @@ std::optional<Moment> lastWriteTime(const std::filesystem::path& file) noexcept 
         return std::nullopt;
     }
     return Moment{status.st_mtim.tv_sec, static_cast<std::uint32_t>(status.st_mtim.tv_nsec)};
-}
-
-char32_t foldCase(char32_t character) noexcept {
-    if (character < 0x80) {
-        return character >= U'a' && character <= U'z' ? character - (U'a' - U'A') : character;
-    }
-    const locale_t locale = letters();
-    return locale == nullptr ? character : static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), locale));
 }
 
 }  // namespace archiver

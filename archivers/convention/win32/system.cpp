@@ -31,16 +31,4 @@ std::optional<Moment> lastWriteTime(const std::filesystem::path& file) noexcept 
     return momentOf(data.ftLastWriteTime);
 }
 
-char32_t foldCase(char32_t character) noexcept {
-    if (character < 0x80) {
-        return character >= U'a' && character <= U'z' ? character - (U'a' - U'A') : character;
-    }
-    if (character >= 0x10000) {
-        return character;  // the system has no case for these one by one
-    }
-    const auto unit = static_cast<wchar_t>(character);
-    wchar_t upper = unit;
-    return ::LCMapStringW(LOCALE_INVARIANT, LCMAP_UPPERCASE, &unit, 1, &upper, 1) == 1 ? upper : unit;
-}
-
 }  // namespace archiver

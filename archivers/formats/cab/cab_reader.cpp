@@ -32,12 +32,16 @@ ReturnCode CabReader::begin(std::shared_ptr<const InputFile> file, const std::fi
     facts_.fileSize = file->size();
     facts_.osType = os_type::kMsDos;
     const ReturnCode first = set_.open(file, 0, path);
-    if (first != kFileStyle) return first;
-    ReturnCode code = kFileStyle;
+    // A mark may stand right in front of the cabinet's own. Further on, what looks like one in a damaged cabinet may be
+    // one of its members.
+    constexpr std::uint64_t kHeaderSize = 36;
+    const std::uint64_t until = first == kFileStyle ? file->size() : kHeaderSize;
+    if (first != kFileStyle && first != kHeaderBroken) return first;
+    ReturnCode code = first;
     std::uint64_t from = 0;
     for (int tries = 0; tries < kMostTries; ++tries) {
         const auto base = findCabinet(*file, from);
-        if (!base) break;
+        if (!base || *base >= until) break;
         const ReturnCode found = set_.open(file, *base, path);
         if (found == kOk) {
             facts_.selfExtracting = true;

@@ -18,17 +18,25 @@ namespace archiver {
 
 /// One command line of any library, understood. Texts are UTF-8.
 struct Command {
-    enum class Action : std::uint8_t { kUnpack, kTest, kList, kListVerbose, kPrint };
+    enum class Action : std::uint8_t { kUnpack, kTest, kList, kListVerbose, kPrint, kComment };
+    /// Some of the members, and the folder they are unpacked to.
+    struct Part {
+        std::filesystem::path target;
+        MemberFilter chosen;
+        bool namesGiven = false;
+    };
     Action action = Action::kUnpack;
-    std::filesystem::path archive;  ///< as the line names it; relative to the current folder
-    UnpackOptions options;          ///< `target` as the line names it; empty: the current folder
-    MemberFilter chosen;            ///< by name, response files read; empty = every member
-    bool namesGiven = false;        ///< `chosen` came from names: kNotExist when none is found
-    std::string password;           ///< given in the line; empty = none
+    std::filesystem::path archive;   ///< as the line names it; relative to the current folder
+    UnpackOptions options;           ///< `target` as the line names it; empty: the current folder
+    MemberFilter chosen;             ///< by name, response files read; empty = every member
+    bool namesGiven = false;         ///< `chosen` came from names: kNotExist when none is found
+    std::vector<Part> furtherParts;  ///< members that go to other folders, after the others
+    std::string password;            ///< given in the line; empty = none
     bool askPassword = true;
     bool showProgress = true;
-    bool showNames = true;   ///< quiet lines give the shortest output there is
-    bool printNames = true;  ///< with kPrint: the members' names before their bytes
+    bool showNames = true;    ///< quiet lines give the shortest output there is
+    bool useSettings = true;  ///< what the user has set for the library; false: the line says to ignore it
+    bool printNames = true;   ///< with kPrint: the members' names before their bytes
 };
 
 /// How a library words its output. One object for one command; each function appends UTF-8 text to `out`.
@@ -42,14 +50,17 @@ public:
     /// In front of a member's bytes with kPrint.
     virtual void printed(const Member& member, std::string& out) = 0;
     virtual void end(const Command& command, const UnpackSummary& summary, std::string& out) = 0;
+    /// Instead of all others: the line is no command, or there is no archive to open.
+    /// @param command  null when the line is none
+    virtual void refused(const Command* command, ReturnCode code, std::string& out);
 };
 
 /// The command language of one library.
 struct CommandLanguage {
     /// @param line  UTF-8, without the program's name
     /// @return the command, or the code that tells why it is none: kCommandName, kNotArcFile, kResponseRead, ...
-    std::variant<Command, ReturnCode> (*parse)(std::string_view line, const TextCodec& codec);
-    std::unique_ptr<CommandTexts> (*texts)();
+    std::variant<Command, ReturnCode> (*parse)(std::string_view line, const TextCodec& codec) = nullptr;
+    std::unique_ptr<CommandTexts> (*texts)() = nullptr;
     /// The code that the library gives for a run; null: UnpackSummary::code as it is.
     std::int32_t (*codeOf)(const Command& command, const UnpackSummary& summary) = nullptr;
 };

@@ -1,6 +1,5 @@
 #pragma once
 #include <cstddef>
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,20 +23,5 @@ std::string_view restOfLine(std::string_view line, std::size_t offset) noexcept;
 
 /// Whether a word that stands where a target folder may stand is one: it ends in "\", "/" or ":".
 [[nodiscard]] bool isFolderWord(std::string_view word) noexcept;
-
-/// The file that a word names, under any system's name for it.
-/// @param utf8  a NUL ends it
-[[nodiscard]] std::filesystem::path pathOf(std::string_view utf8);
-
-/// The folder that a word names; its separator at the end may be either one, on every system.
-[[nodiscard]] std::filesystem::path folderOf(std::string_view utf8);
-
-/// The archive that a word names.
-/// @param extension  such as ".zip"; added to a name without one, unless a file of the plain name is there. Empty: the
-///                   language adds none
-[[nodiscard]] std::filesystem::path archiveOf(std::string_view utf8, std::string_view extension);
-
-/// Whether something that is no folder stands there.
-[[nodiscard]] bool isFile(const std::filesystem::path& file) noexcept;
 
 }  // namespace archiver

@@ -15,6 +15,8 @@ void fillText(std::string_view text, char (&field)[kSize]) noexcept {
     std::memset(field + length, 0, kSize - length);
 }
 
+}  // namespace
+
 void fillAttributes(std::uint8_t bits, AttributeStyle style, char (&field)[8]) noexcept {
     const auto letter = [bits](std::uint8_t bit, char name) { return (bits & bit) != 0 ? name : '-'; };
     const char archive = style == AttributeStyle::kFolderFirst ? letter(attribute::kArchive, 'a') : '-';
@@ -28,8 +30,6 @@ void fillAttributes(std::uint8_t bits, AttributeStyle style, char (&field)[8]) n
     };
     fillText({text, sizeof text}, field);
 }
-
-}  // namespace
 
 std::uint16_t ratioOf(std::uint64_t packed, std::uint64_t original) noexcept {
     constexpr std::uint64_t highest = 0x7FFF;

@@ -21,6 +21,9 @@ namespace archiver {
 TextCodec::Written writeName(const Member& member, char separator, const TextCodec& codec, char* buffer,
                              std::size_t size) noexcept;
 
+/// Writes the four letters of the attribute text, and zeros behind them.
+void fillAttributes(std::uint8_t bits, AttributeStyle style, char (&field)[8]) noexcept;
+
 /// Fills every byte of the record.
 void fillRecord(const Member& member, const LibraryDescription& library, const TextCodec& codec,
                 IndividualInfo& info) noexcept;

@@ -122,17 +122,17 @@ ARCHIVER_DEFINE(archiver::Bool, KillOwnerWindowEx)(archiver::WindowHandle owner)
 ARCHIVER_DEFINE(archiver::Bool, QueryFunctionList)(std::int32_t function) {
     return archiver::library().queryFunctionList(function);
 }
-ARCHIVER_DEFINE(std::int32_t, ConfigDialog)(archiver::WindowHandle, char*, std::int32_t) {
-    return archiver::library().configDialog();
+ARCHIVER_DEFINE(std::int32_t, ConfigDialog)(archiver::WindowHandle owner, char*, std::int32_t) {
+    return archiver::library().configDialog(owner);
 }
 ARCHIVER_DEFINE(archiver::Bool, CheckArchive)(const char* fileName, std::int32_t mode) {
     return archiver::library().checkArchive(fileName, mode);
 }
 ARCHIVER_DEFINE(std::int32_t, GetFileCount)(const char* fileName) { return archiver::library().fileCount(fileName); }
 ARCHIVER_DEFINE(std::int32_t, ExtractMem)
-(archiver::WindowHandle, const char*, std::uint8_t*, std::uint32_t, std::int32_t*, std::uint16_t*,
- std::uint32_t* written) {
-    return archiver::library().extractMem(written);
+(archiver::WindowHandle owner, const char* commandLine, std::uint8_t* buffer, std::uint32_t size, std::int32_t* time,
+ std::uint16_t* attribute, std::uint32_t* written) {
+    return archiver::library().extractMem(owner, commandLine, buffer, size, time, attribute, written);
 }
 ARCHIVER_DEFINE(std::int32_t, CompressMem)
 (archiver::WindowHandle, const char*, const std::uint8_t*, std::uint32_t, const std::int32_t*, const std::uint16_t*,

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "archivers/convention/archive_check.h"
+#include "archivers/convention/moment_forms.h"
 
 namespace archiver {
 
@@ -31,12 +32,6 @@ std::int32_t guardedCode(Call call) noexcept {
         return kEnoughMemory;
     } catch (...) {
         return kCannotRead;
-    }
-}
-
-void writeText(const TextCodec& codec, std::string_view utf8, char* buffer, std::uint32_t size) noexcept {
-    if (buffer != nullptr && size > 0) {
-        codec.encode(utf8, buffer, size);
     }
 }
 
@@ -76,7 +71,7 @@ Bool LibraryCore::queryFunctionList(std::int32_t function) const noexcept {
     };
     static constexpr Range ranges[] = {
         {1, 8},    // the version, the cursor's interval, background and cursor mode, the running state
-        {16, 16},  // CheckArchive; 17, ConfigDialog, has nothing to configure
+        {16, 16},  // CheckArchive
         {18, 19},  // GetFileCount, QueryFunctionList
         {23, 26},  // OpenArchive, CloseArchive, FindFirst, FindNext
         {31, 34},  // the owner window
@@ -86,6 +81,9 @@ Bool LibraryCore::queryFunctionList(std::int32_t function) const noexcept {
     };
     if (function == 0) {
         return description_.command != nullptr ? 1 : 0;
+    }
+    if (function == 17) {  // ConfigDialog
+        return description_.configure != nullptr ? 1 : 0;
     }
     for (const Range& range : ranges) {
         if (function >= range.first && function <= range.last) {
@@ -98,30 +96,57 @@ Bool LibraryCore::queryFunctionList(std::int32_t function) const noexcept {
 std::int32_t LibraryCore::run(WindowHandle owner, const char* commandLine, char* output,
                               std::uint32_t outputSize) noexcept {
     const Running running(running_);
+    CommandOutput text(codec(), output, outputSize);
     if (!running.started()) {
-        writeText(codec(), "A command is running already.\r\n", output, outputSize);
+        text.text("A command is running already.\r\n");
         return kAlreadyRunning;
     }
-    writeText(codec(), {}, output, outputSize);
-    return guardedCode([&] {
-        if (description_.command == nullptr) {
-            writeText(codec(), std::string(description_.prefix) + ": commands are not supported by this version.\r\n",
-                      output, outputSize);
-            return static_cast<std::int32_t>(kNotSupport);
-        }
-        const std::string line = codec().decode(textOrEmpty(commandLine));
-        std::string text;
-        const std::int32_t code = description_.command({owner, progressOwner(), line}, text);
-        writeText(codec(), text, output, outputSize);
-        return code;
+    return guardedCode([&] { return runCommand(owner, commandLine, nullptr, text); });
+}
+
+std::int32_t LibraryCore::runCommand(WindowHandle owner, const char* commandLine, MemoryTarget* memory,
+                                     CommandOutput& output) {
+    if (description_.command == nullptr) {
+        output.text(std::string(description_.prefix) + ": commands are not supported by this version.\r\n");
+        return kNotSupport;
+    }
+    const std::string line = codec().decode(textOrEmpty(commandLine));
+    return description_.command({.window = owner,
+                                 .progress = progressOwner(),
+                                 .commandLine = line,
+                                 .pumpMessages = backGroundMode_,
+                                 .codec = codec(),
+                                 .library = description_,
+                                 .passwords = passwords_,
+                                 .memory = memory},
+                                output);
+}
+
+std::int32_t LibraryCore::extractMem(WindowHandle owner, const char* commandLine, std::uint8_t* buffer,
+                                     std::uint32_t size, std::int32_t* time, std::uint16_t* attribute,
+                                     std::uint32_t* written) noexcept {
+    if (written != nullptr) *written = 0;
+    const Running running(running_);
+    if (!running.started()) return kAlreadyRunning;
+    return guardedCode([&]() -> std::int32_t {
+        MemoryTarget memory{.buffer = {reinterpret_cast<char*>(buffer), buffer == nullptr ? 0 : size}};
+        CommandOutput noText(codec(), nullptr, 0);
+        const std::int32_t code = runCommand(owner, commandLine, &memory, noText);
+        if (written != nullptr) *written = static_cast<std::uint32_t>(memory.written);
+        if (code != kOk) return code;
+        if (time != nullptr && memory.changed) *time = static_cast<std::int32_t>(secondsOf(*memory.changed));
+        if (attribute != nullptr) *attribute = memory.attributes;
+        return memory.whole ? kOk : kEnoughMemory;
     });
 }
 
-std::int32_t LibraryCore::extractMem(std::uint32_t* written) const noexcept { return refuse(running_, written); }
-
 std::int32_t LibraryCore::compressMem(std::uint32_t* written) const noexcept { return refuse(running_, written); }
 
-std::int32_t LibraryCore::configDialog() const noexcept { return running_ ? kAlreadyRunning : kOk; }
+std::int32_t LibraryCore::configDialog(WindowHandle owner) noexcept {
+    const Running running(running_);
+    if (!running.started()) return kAlreadyRunning;
+    return description_.configure != nullptr && description_.configure(owner, description_.title) ? 1 : 0;
+}
 
 template <class Value>
 Bool LibraryCore::keep(std::atomic<Value>& place, Value value) noexcept {

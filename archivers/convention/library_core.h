@@ -29,10 +29,15 @@ public:
 
     // Commands: one at a time; while one runs, another answers kAlreadyRunning and the setters below answer 0.
     std::int32_t run(WindowHandle owner, const char* commandLine, char* output, std::uint32_t outputSize) noexcept;
-    std::int32_t extractMem(std::uint32_t* written) const noexcept;
+    /// Unpacks one member, the first that the line chooses, into memory.
+    /// @param written  bytes of it; may be null, as `time` (seconds since 1970) and `attribute` may
+    /// @return kEnoughMemory when the member is larger than the buffer, which then holds its start
+    std::int32_t extractMem(WindowHandle owner, const char* commandLine, std::uint8_t* buffer, std::uint32_t size,
+                            std::int32_t* time, std::uint16_t* attribute, std::uint32_t* written) noexcept;
     std::int32_t compressMem(std::uint32_t* written) const noexcept;
-    /// There is nothing to configure: 0 ("not changed"), or kAlreadyRunning.
-    [[nodiscard]] std::int32_t configDialog() const noexcept;
+    /// Counts as a command that runs.
+    /// @return 1 when settings were changed, else 0; kAlreadyRunning
+    std::int32_t configDialog(WindowHandle owner) noexcept;
     [[nodiscard]] Bool running() const noexcept { return running_ ? 1 : 0; }
 
     // Values that are kept for the commands.
@@ -104,6 +109,7 @@ public:
 private:
     class Running;
 
+    std::int32_t runCommand(WindowHandle owner, const char* commandLine, MemoryTarget* memory, CommandOutput& output);
     [[nodiscard]] const TextCodec& codec() const noexcept { return unicodeMode_ ? utf8Codec() : ansi_; }
     [[nodiscard]] std::filesystem::path fileOf(const char* fileName) const;
     ProgressOwner progressOwner() noexcept;
@@ -131,6 +137,7 @@ private:
     std::atomic<std::uint16_t> cursorInterval_ = 80;
     std::mutex ownerMutex_;
     ProgressOwner owner_;
+    PasswordMemory passwords_;
 };
 
 }  // namespace archiver

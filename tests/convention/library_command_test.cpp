@@ -11,12 +11,12 @@ namespace {
 
 /// What the fake command does, and with which arguments it was called.
 struct FakeCommand {
-    std::function<std::int32_t(const CommandContext&, std::string&)> act;
+    std::function<std::int32_t(const CommandContext&, CommandOutput&)> act;
     int calls = 0;
 };
 FakeCommand fakeCommand;
 
-std::int32_t runFake(const CommandContext& context, std::string& output) {
+std::int32_t runFake(const CommandContext& context, CommandOutput& output) {
     ++fakeCommand.calls;
     return fakeCommand.act(context, output);
 }
@@ -27,7 +27,7 @@ constexpr LibraryDescription kCommanded{
 class LibraryCommand : public testing::LibraryTest {
 protected:
     ~LibraryCommand() override { fakeCommand = {}; }
-    void act(std::function<std::int32_t(const CommandContext&, std::string&)> action) {
+    void act(std::function<std::int32_t(const CommandContext&, CommandOutput&)> action) {
         fakeCommand = {std::move(action), 0};
     }
 
@@ -62,22 +62,22 @@ TEST_F(LibraryCommand, WritesNothingWithoutABuffer) {
 
 TEST_F(LibraryCommand, HasNothingToDoWithMemory) {
     std::uint32_t written = 42;
-    EXPECT_EQ(library.extractMem(&written), 0x8023);
+    EXPECT_EQ(library.extractMem(nullptr, "x", nullptr, 0, nullptr, nullptr, &written), 0x8023);
     EXPECT_EQ(written, 0U);
     written = 42;
     EXPECT_EQ(library.compressMem(&written), 0x8023);
     EXPECT_EQ(written, 0U);
-    EXPECT_EQ(library.extractMem(nullptr), 0x8023);
+    EXPECT_EQ(library.extractMem(nullptr, nullptr, nullptr, 100, nullptr, nullptr, nullptr), 0x8023);
     EXPECT_EQ(library.compressMem(nullptr), 0x8023);
 }
 
-TEST_F(LibraryCommand, HasNothingToConfigure) { EXPECT_EQ(library.configDialog(), 0); }
+TEST_F(LibraryCommand, HasNothingToConfigure) { EXPECT_EQ(library.configDialog(nullptr), 0); }
 
 TEST_F(LibraryCommand, GetsItsLineAndWindow) {
-    act([&](const CommandContext& context, std::string& text) {
+    act([&](const CommandContext& context, CommandOutput& text) {
         EXPECT_EQ(context.commandLine, "x a.zip \xE8\xA1\xA8");
         EXPECT_EQ(context.window, window);
-        text = "done \xE8\xA1\xA8";
+        text.text("done \xE8\xA1\xA8");
         return 7;
     });
     EXPECT_EQ(commanded.run(window, "x a.zip \xE8\xA1\xA8", output, sizeof output), 7);
@@ -86,7 +86,7 @@ TEST_F(LibraryCommand, GetsItsLineAndWindow) {
 }
 
 TEST_F(LibraryCommand, GetsAnEmptyLineForNone) {
-    act([](const CommandContext& context, std::string&) {
+    act([](const CommandContext& context, CommandOutput&) {
         EXPECT_EQ(context.commandLine, "");
         return 0;
     });
@@ -95,10 +95,10 @@ TEST_F(LibraryCommand, GetsAnEmptyLineForNone) {
 }
 
 TEST_F(LibraryCommand, TurnsExceptionsIntoCodes) {
-    act([](const CommandContext&, std::string&) -> std::int32_t { throw std::bad_alloc(); });
+    act([](const CommandContext&, CommandOutput&) -> std::int32_t { throw std::bad_alloc(); });
     EXPECT_EQ(commanded.run(nullptr, "x", output, sizeof output), 0x801E);
     EXPECT_STREQ(output, "");
-    act([](const CommandContext&, std::string&) -> std::int32_t { throw std::runtime_error("broken"); });
+    act([](const CommandContext&, CommandOutput&) -> std::int32_t { throw std::runtime_error("broken"); });
     EXPECT_EQ(commanded.run(nullptr, "x", output, sizeof output), 0x801A);
     EXPECT_EQ(commanded.running(), 0) << "the next one may run";
 }
@@ -111,10 +111,10 @@ void expectBusy(LibraryCore& library) {
     EXPECT_EQ(library.run(nullptr, "x", text, sizeof text), 0x801F);
     EXPECT_STREQ(text, "A command is running already.\r\n");
     EXPECT_EQ(library.run(nullptr, "x", nullptr, 0), 0x801F);
-    EXPECT_EQ(library.extractMem(&written), 0x801F);
+    EXPECT_EQ(library.extractMem(nullptr, "x", nullptr, 0, nullptr, nullptr, &written), 0x801F);
     EXPECT_EQ(written, 0U);
     EXPECT_EQ(library.compressMem(&written), 0x801F);
-    EXPECT_EQ(library.configDialog(), 0x801F);
+    EXPECT_EQ(library.configDialog(nullptr), 0x801F);
     EXPECT_EQ(library.setBackGroundMode(0), 0);
     EXPECT_EQ(library.setCursorMode(1), 0);
     EXPECT_EQ(library.setCursorInterval(10), 0);
@@ -135,7 +135,7 @@ TEST_F(LibraryCommand, TurnsAwayASecondFromItsProgressCallback) {
     calledBack = &commanded;
     callbackCalls = 0;
     ASSERT_EQ(commanded.setOwnerWindowEx(window, &busyCallback), 1);
-    act([&](const CommandContext& context, std::string&) {
+    act([&](const CommandContext& context, CommandOutput&) {
         EXPECT_EQ(context.progress.window, window);
         ExtractingInfoEx progress{};
         return context.progress.callback(context.progress.window, 0, 0, &progress);
@@ -152,7 +152,7 @@ TEST_F(LibraryCommand, TurnsAwayASecondFromItsProgressCallback) {
 TEST_F(LibraryCommand, TurnsAwayASecondFromAnotherThread) {
     std::promise<void> started;
     std::promise<void> mayEnd;
-    act([&](const CommandContext&, std::string&) {
+    act([&](const CommandContext&, CommandOutput&) {
         started.set_value();
         mayEnd.get_future().wait();
         return 0;
@@ -170,7 +170,7 @@ TEST_F(LibraryCommand, TurnsAwayASecondFromAnotherThread) {
 
 TEST_F(LibraryCommand, KnowsItsOwner) {
     ProgressOwner seen;
-    act([&](const CommandContext& context, std::string&) {
+    act([&](const CommandContext& context, CommandOutput&) {
         seen = context.progress;
         return 0;
     });

@@ -75,7 +75,7 @@ TEST_F(Library, ListsExactlyWhatItHas) {
 
 TEST_F(Library, ListsCommandsWhenItHasALanguage) {
     static constexpr LibraryDescription commanded{
-        .prefix = "Fake", .version = 100, .command = [](const CommandContext&, std::string&) {
+        .prefix = "Fake", .version = 100, .command = [](const CommandContext&, CommandOutput&) {
             return std::int32_t{0};
         }};
     EXPECT_EQ(LibraryCore(commanded).queryFunctionList(0), 1);

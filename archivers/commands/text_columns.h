@@ -1,0 +1,35 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "archivers/convention/library_description.h"
+
+namespace archiver {
+
+/// Parts of the rows that listings are made of. Widths are characters, not bytes; what is wider is not cut.
+[[nodiscard]] std::string padRight(std::string_view utf8, std::size_t width);
+[[nodiscard]] std::string padLeft(std::string_view utf8, std::size_t width);
+[[nodiscard]] std::string padLeft(std::uint64_t number, std::size_t width);
+
+/// The first characters of a text.
+[[nodiscard]] std::string_view firstCharacters(std::string_view utf8, std::size_t count) noexcept;
+
+/// Lower-case hexadecimal digits, at least `digits` of them, with zeros in front.
+[[nodiscard]] std::string hexadecimal(std::uint32_t value, std::size_t digits);
+
+/// Fields of MS-DOS words as they are, in the order in which years, months and days are read: "01-05-17", "17:30:58".
+[[nodiscard]] std::string dosDateText(std::uint16_t date);  ///< two digits of the year
+[[nodiscard]] std::string dosTimeText(std::uint16_t time);
+
+/// Four letters, as the entry record has them: "a--w".
+[[nodiscard]] std::string attributeText(std::uint8_t bits, AttributeStyle style);
+
+/// The last part of a member's name; of a folder, without the separator at its end.
+[[nodiscard]] std::string_view lastPart(std::string_view utf8Name) noexcept;
+
+/// part * 1000 / whole, rounded down; 0 when `whole` is 0; at most 9999, for claims that no column has room for.
+[[nodiscard]] std::uint32_t perMille(std::uint64_t part, std::uint64_t whole) noexcept;
+
+}  // namespace archiver

@@ -6,7 +6,9 @@
 
 #include "drivers/driver_description.h"
 #include "drivers/entry_table.h"
+#include "drivers/extraction.h"
 #include "shell/regional.h"
+#include "shell/text_codec.h"
 #include "shell/window_handle.h"
 
 namespace tovar {
@@ -33,6 +35,10 @@ public:
     /// @return the number of entries
     virtual std::uint32_t SetArcFile(std::wstring_view fileName) = 0;
 
+    /// Whether the last listing came to the archive's end: false when the library gave up midway, before it or for want
+    /// of memory. What was listed until then is there.
+    [[nodiscard]] virtual bool listingComplete() const = 0;
+
     /// The listing made by SetArcFile; valid until the next one.
     [[nodiscard]] virtual const EntryTable& entries() const = 0;
 
@@ -54,6 +60,16 @@ public:
     [[nodiscard]] virtual std::optional<CalendarDate> calendarDate(std::uint32_t index) const = 0;
     /// The second is the DOS count of two-second steps as it stands, 0 to 29, like the last part of FILETIME.
     [[nodiscard]] virtual std::optional<ClockTime> clockTime(std::uint32_t index) const = 0;
+
+    /// Unpacks members. Never throws but for want of memory; shows no message but those of the library, and of drivers
+    /// that have their own.
+    virtual ExtractResult extract(const ExtractRequest& request) = 0;
+
+    /// Who is told how extractions get on; nothing = nobody. Not every library tells.
+    virtual void setProgress(ExtractProgressSink sink) = 0;
+
+    /// The 8-bit form in which the library reads list files.
+    [[nodiscard]] virtual const TextCodec& listCodec() = 0;
 };
 
 }  // namespace tovar

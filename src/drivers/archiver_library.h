@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "archivers/convention/abi.h"
+#include "drivers/extraction.h"
+#include "shell/text_codec.h"
 #include "shell/window_handle.h"
 
 namespace tovar {
@@ -34,6 +36,12 @@ public:
     ///         cannot hold
     virtual std::int32_t run(WindowHandle owner, std::wstring_view commandLine, std::uint32_t bufferSize,
                              std::wstring& output) = 0;
+
+    /// Who is told how commands get on; nothing = nobody. A library that cannot tell never calls it.
+    virtual void setProgress(ExtractProgressSink sink) = 0;
+
+    /// The 8-bit form that texts have during a command, and so those of the files that a command line names.
+    [[nodiscard]] virtual const TextCodec& commandCodec() = 0;
 
     /// XxxCheckArchive: positive for a good archive.
     [[nodiscard]] virtual std::int32_t checkArchive(std::wstring_view fileName, std::int32_t mode) = 0;

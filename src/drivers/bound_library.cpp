@@ -3,6 +3,7 @@
 #include <exception>
 #include <utility>
 
+#include "drivers/record_text.h"
 #include "drivers/return_codes.h"
 #include "shell/system_paths.h"
 
@@ -52,6 +53,50 @@ private:
     BoundLibrary& library_;
 };
 
+/// Has the library tell how a command gets on while the object lives.
+class BoundLibrary::ProgressCall {
+public:
+    ProgressCall(BoundLibrary& library, WindowHandle owner) : library_(library), owner_(owner), outer_(current_) {
+        if (library.progress_ && library.functions_.setOwnerWindowEx != nullptr) {
+            current_ = &library;
+            told_ = library.functions_.setOwnerWindowEx(owner, &ProgressCall::tell) != 0;
+        }
+    }
+    ~ProgressCall() {
+        if (told_) library_.functions_.killOwnerWindowEx(owner_);
+        current_ = outer_;
+    }
+    ProgressCall(const ProgressCall&) = delete;
+    ProgressCall& operator=(const ProgressCall&) = delete;
+
+private:
+    static archiver::Bool ARCHIVER_CALL tell(WindowHandle, std::uint32_t, std::uint32_t state,
+                                             archiver::ExtractingInfoEx* info) {
+        return guarded(archiver::Bool{1}, [&]() -> archiver::Bool {
+            const BoundLibrary* const library = current_;
+            if (library == nullptr) return 0;
+            ExtractProgress progress;
+            progress.state = state <= 4 ? static_cast<ExtractProgress::State>(state) : ExtractProgress::State::Working;
+            if (info != nullptr) {
+                library->decodeTo(fieldText(info->info.sourceFileName), progress.member);
+                library->decodeTo(fieldText(info->info.destFileName), progress.file);
+                progress.size = info->info.fileSize;
+                progress.written = info->info.writeSize;
+            }
+            return library->progress_(progress) ? 0 : 1;
+        });
+    }
+
+    // The callback gets no word of ours with it. Libraries are called on one thread, and call it on the same.
+    static BoundLibrary* current_;
+
+    BoundLibrary& library_;
+    WindowHandle owner_;
+    BoundLibrary* outer_;
+    bool told_ = false;
+};
+BoundLibrary* BoundLibrary::ProgressCall::current_ = nullptr;
+
 BoundLibrary::BoundLibrary(std::unique_ptr<Module> module, const DriverDescription& description, const TextCodec& ansi,
                            const SystemPaths& system)
     : module_(std::move(module)), functions_(bind(*module_, description.prefix)), ansi_(ansi), system_(system) {}
@@ -77,7 +122,19 @@ BoundLibrary::Functions BoundLibrary::bind(const Module& module, std::string_vie
     find(functions.getOriginalSizeEx, "GetOriginalSizeEx");
     find(functions.getCompressedSizeEx, "GetCompressedSizeEx");
     find(functions.setUnicodeMode, "SetUnicodeMode");
+    // Older libraries do not agree on which answer of the callback means "cancel". Those that give times as FILETIME
+    // came later and do.
+    if (module.find((std::string(prefix) + "GetWriteTimeEx").c_str()) != nullptr) {
+        find(functions.setOwnerWindowEx, "SetOwnerWindowEx");
+        find(functions.killOwnerWindowEx, "KillOwnerWindowEx");
+        if (functions.killOwnerWindowEx == nullptr) functions.setOwnerWindowEx = nullptr;
+    }
     return functions;
+}
+
+const TextCodec& BoundLibrary::commandCodec() {
+    const Utf8Call utf8(*this);
+    return codec();
 }
 
 void BoundLibrary::enterUtf8() {
@@ -148,6 +205,7 @@ std::int32_t BoundLibrary::run(WindowHandle owner, std::wstring_view commandLine
             return return_code::kIllegalCommand;
         }
         std::string buffer(bufferSize + kSlack, '\0');
+        const ProgressCall progress(*this, owner);
         const std::int32_t code = functions_.run(owner, command->c_str(), buffer.data(), bufferSize);
         codec().decodeTo(std::string_view(buffer).substr(0, bufferSize), output);
         return code;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "drivers/archiver_library.h"
 #include "drivers/driver_description.h"
@@ -35,6 +36,8 @@ public:
     bool setCursorMode(bool on) override;
     std::int32_t run(WindowHandle owner, std::wstring_view commandLine, std::uint32_t bufferSize,
                      std::wstring& output) override;
+    void setProgress(ExtractProgressSink sink) override { progress_ = std::move(sink); }
+    const TextCodec& commandCodec() override;
     std::int32_t checkArchive(std::wstring_view fileName, std::int32_t mode) override;
     std::int32_t configDialog(WindowHandle owner, std::int32_t mode) override;
     archiver::ArchiveHandle openArchive(WindowHandle owner, std::wstring_view fileName, std::uint32_t mode) override;
@@ -65,9 +68,12 @@ private:
         archiver::fn::GetSizeEx* getOriginalSizeEx;
         archiver::fn::GetSizeEx* getCompressedSizeEx;
         archiver::fn::SetBool* setUnicodeMode;
+        archiver::fn::SetOwnerWindowEx* setOwnerWindowEx;
+        archiver::fn::SetOwnerWindow* killOwnerWindowEx;
     };
 
     class Utf8Call;
+    class ProgressCall;
 
     static Functions bind(const Module& module, std::string_view prefix);
     void enterUtf8();
@@ -81,6 +87,7 @@ private:
     const TextCodec& ansi_;
     const SystemPaths& system_;
     Utf8Codec utf8_;
+    ExtractProgressSink progress_;
     int utf8Users_ = 0;        ///< calls and open archives that want the library in UTF-8
     int openArchives_ = 0;     ///< those of the users that are archives
     bool speaksUtf8_ = false;  ///< whether it is

@@ -5,6 +5,8 @@
 #include <exception>
 
 #include "drivers/entry_text.h"
+#include "drivers/extract_lines.h"
+#include "drivers/record_text.h"
 #include "drivers/return_codes.h"
 
 namespace tovar {
@@ -14,6 +16,7 @@ constexpr std::uint32_t kOpenMode = 0;       ///< the library's own defaults
 constexpr std::int32_t kUnpackDialog = 1;    ///< settings of unpacking
 constexpr std::uint32_t kLineLength = 81;    ///< what a command's output has for one file
 constexpr std::uint32_t kMoreFileLines = 4;  ///< and for its frame
+constexpr std::int32_t kNoMoreEntries = -1;  ///< every other answer of a search ends the listing early
 constexpr std::wstring_view kAllMembers = L"*.*";
 constexpr std::wstring_view kMoreMark = L"\n[More...]";
 
@@ -36,13 +39,6 @@ private:
     archiver::ArchiveHandle handle_;
 };
 
-/// A text of a record: it ends with its field where the library wrote no NUL.
-template <std::size_t Size>
-std::string_view fieldText(const char (&field)[Size]) {
-    const void* const end = std::memchr(field, '\0', Size);
-    return {field, end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - field) : Size};
-}
-
 /// The wide form of one short field, made anew only when the field changes from one record to the next.
 class LabelReader {
 public:
@@ -60,7 +56,8 @@ private:
     std::wstring text_;
 };
 
-void listMembers(ArchiverLibrary& library, archiver::ArchiveHandle archive, EntryTable& entries) {
+/// @return whether the library came to the archive's end
+bool listMembers(ArchiverLibrary& library, archiver::ArchiveHandle archive, EntryTable& entries) {
     RecordBuffer buffer{};
     const archiver::IndividualInfo& info = buffer.info;
     std::wstring name;
@@ -80,6 +77,7 @@ void listMembers(ArchiverLibrary& library, archiver::ArchiveHandle archive, Entr
         entries.add(record, name, attributes.read(library, info.attribute), type.read(library, info.mode));
         code = library.findNext(archive, buffer.info);
     }
+    return code == kNoMoreEntries;
 }
 
 }  // namespace
@@ -117,13 +115,16 @@ void CommonDriver::setCommandLine(std::wstring_view commandLine) {
     const std::uint32_t files = static_cast<std::uint32_t>(std::max<std::int16_t>(maxFileCount_, 0));
     const std::uint32_t bufferSize = (files + kMoreFileLines) * kLineLength;
     output_.clear();
+    written_.clear();
     std::wstring buffer;
     returnCode_ = library_.run(owner_, commandLine, bufferSize, buffer);
-    if (returnCode_ != return_code::kOk) {
-        return;
-    }
     try {
         const std::size_t end = buffer.find(L'\0');
+        cut_ = end == std::wstring::npos && !buffer.empty();
+        written_ = buffer.substr(0, end);
+        if (returnCode_ != return_code::kOk) {
+            return;
+        }
         if (end == std::wstring::npos || end == 0) {
             buffer += kMoreMark;  // also behind a buffer that stayed empty: callers know it so
         } else {
@@ -142,17 +143,26 @@ std::int32_t CommonDriver::ConfigDialog() {
     return returnCode_;
 }
 
-std::uint32_t CommonDriver::SetArcFile(std::wstring_view fileName) {
+EntryTable& CommonDriver::beginListing() noexcept {
     entries_.clear();
+    listingComplete_ = false;
+    return entries_;
+}
+
+void CommonDriver::tellNotOpened(std::wstring_view fileName) {
+    messages_.show(owner_, notOpenedText(fileName), description_.messageTitle, MessageIcon::Exclamation);
+}
+
+std::uint32_t CommonDriver::SetArcFile(std::wstring_view fileName) {
+    beginListing();
     const archiver::ArchiveHandle archive = library_.openArchive(owner_, fileName, kOpenMode);
     if (archive == nullptr) {
-        const std::wstring text = L"Can not open '" + std::wstring(fileName) + L"' (corrupted archive) !";
-        messages_.show(owner_, text, description_.messageTitle, MessageIcon::Exclamation);
+        tellNotOpened(fileName);
         return 0;
     }
     const OpenedArchive opened(library_, archive);
     try {
-        listMembers(library_, archive, entries_);
+        listingComplete_ = listMembers(library_, archive, entries_);
     } catch (const std::exception&) {
         // Memory ran out or the table is full, perhaps by a library that never ends: what was read stays.
     }
@@ -186,6 +196,18 @@ std::wstring CommonDriver::FileAttr(std::uint32_t index) const { return std::wst
 std::wstring CommonDriver::FileType(std::uint32_t index) const { return std::wstring(entries_.type(index)); }
 
 std::wstring CommonDriver::FileCRC(std::uint32_t index) const { return crcText(entries_.record(index).crc); }
+
+ExtractResult CommonDriver::extract(const ExtractRequest& request) {
+    setHWnd(request.owner);
+    setCursorMode(false);
+    setBackGroundMode(true);
+    setCommandLine(extractLine(request));
+    return {.code = ReturnCode(),
+            .message = ErrString(),
+            .text = written_,
+            .cut = cut_,
+            .nothingChosen = ReturnCode() == return_code::kNoSuchMember};
+}
 
 std::optional<CalendarDate> CommonDriver::calendarDate(std::uint32_t index) const {
     return calendarDateOf(entries_.record(index).date);

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "drivers/archive_driver.h"
 #include "drivers/archiver_library.h"
@@ -63,20 +64,32 @@ public:
     void setHWnd(WindowHandle owner) final { owner_ = owner; }
 
     std::uint32_t SetArcFile(std::wstring_view fileName) override;
+    [[nodiscard]] bool listingComplete() const final { return listingComplete_; }
     [[nodiscard]] const EntryTable& entries() const final { return entries_; }
 
     [[nodiscard]] std::wstring FileName(std::uint32_t index) const final;
     [[nodiscard]] std::wstring FilePath(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FileOriginal(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FilePacked(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FileRatio(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FileDate(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FILETIME(std::uint32_t index) const final;
+    [[nodiscard]] std::wstring FileOriginal(std::uint32_t index) const override;
+    [[nodiscard]] std::wstring FilePacked(std::uint32_t index) const override;
+    [[nodiscard]] std::wstring FileRatio(std::uint32_t index) const override;
+    [[nodiscard]] std::wstring FileDate(std::uint32_t index) const override;
+    [[nodiscard]] std::wstring FILETIME(std::uint32_t index) const override;
     [[nodiscard]] std::wstring FileAttr(std::uint32_t index) const final;
     [[nodiscard]] std::wstring FileType(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FileCRC(std::uint32_t index) const final;
+    [[nodiscard]] std::wstring FileCRC(std::uint32_t index) const override;
     [[nodiscard]] std::optional<CalendarDate> calendarDate(std::uint32_t index) const final;
     [[nodiscard]] std::optional<ClockTime> clockTime(std::uint32_t index) const final;
+
+    ExtractResult extract(const ExtractRequest& request) final;
+    void setProgress(ExtractProgressSink sink) final { library_.setProgress(std::move(sink)); }
+    [[nodiscard]] const TextCodec& listCodec() final { return library_.commandCodec(); }
+
+protected:
+    /// For drivers that list in a way of their own: an empty table to fill.
+    EntryTable& beginListing() noexcept;
+    void setListingComplete(bool complete) noexcept { listingComplete_ = complete; }
+    void tellNotOpened(std::wstring_view fileName);
+    [[nodiscard]] const RegionalSettings& regional() const noexcept { return regional_; }
 
 private:
     const DriverDescription& description_;
@@ -91,6 +104,9 @@ private:
     std::uint16_t version_ = 0;
     WindowHandle owner_ = nullptr;
     EntryTable entries_;
+    bool listingComplete_ = false;
+    std::wstring written_;  ///< by the last command, whatever its code
+    bool cut_ = false;      ///< the buffer was too small for it
 };
 
 }  // namespace tovar

@@ -2,6 +2,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "drivers/extract_lines.h"
+
 namespace tovar {
 
 /// What the contents list shows of a kind beside Name, Original, File Type and Modified.
@@ -23,6 +25,7 @@ struct DriverDescription {
     bool hasCursorMode = true;
     bool changeable = false;  ///< members can be added to and deleted from archives of the kind
     ContentsColumns columns{};
+    ExtractWords extract{};
 };
 
 }  // namespace tovar

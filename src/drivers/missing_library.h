@@ -18,6 +18,8 @@ public:
         output.clear();
         return return_code::kUnsupported;
     }
+    void setProgress(ExtractProgressSink) override {}
+    const TextCodec& commandCodec() override { return codec_; }
     std::int32_t checkArchive(std::wstring_view, std::int32_t) override { return 0; }
     std::int32_t configDialog(WindowHandle, std::int32_t) override { return return_code::kUnsupported; }
     archiver::ArchiveHandle openArchive(WindowHandle, std::wstring_view, std::uint32_t) override { return nullptr; }
@@ -31,6 +33,9 @@ public:
     std::optional<std::uint64_t> originalSize(archiver::ArchiveHandle) override { return std::nullopt; }
     std::optional<std::uint64_t> compressedSize(archiver::ArchiveHandle) override { return std::nullopt; }
     void decodeTo(std::string_view, std::wstring&) const override {}
+
+private:
+    Utf8Codec codec_;
 };
 
 }  // namespace tovar

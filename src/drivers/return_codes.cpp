@@ -69,4 +69,8 @@ std::wstring returnCodeMessage(std::int32_t code) {
     return L"Unknown return code 'H" + hexadecimal(static_cast<std::uint32_t>(code)) + L"'\r\nMaybe nothing to do.";
 }
 
+std::wstring notOpenedText(std::wstring_view fileName) {
+    return L"Can not open '" + std::wstring(fileName) + L"' (corrupted archive) !";
+}
+
 }  // namespace tovar

@@ -7,6 +7,12 @@ constinit const DriverDescription cUnARJ::kDescription{
     .prefix = "Unarj",
     .messageTitle = L"ARJ Message",
     .minimumVersion = 12,
+    .extract = {.base = L" x -i- -y+ -!@",
+                .keepFolder = L" x",
+                .flat = L" e",
+                .overwrite = L" -y+",
+                .skip = L" -y-",
+                .ask = L" -y-"},
 };
 
 cUnARJ::cUnARJ(ArchiverLibrary& library, MessageBoxes& messages, const RegionalSettings& regional)

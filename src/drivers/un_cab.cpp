@@ -9,6 +9,7 @@ constinit const DriverDescription cUnCab::kDescription{
     .minimumVersion = 65,
     .hasCursorMode = false,
     .columns = {.packed = false, .ratio = false, .type = false, .crc = false},
+    .extract = {.base = L" -x -v", .flatSuffix = L" -j", .overwrite = L" -o"},
 };
 
 cUnCab::cUnCab(ArchiverLibrary& library, MessageBoxes& messages, const RegionalSettings& regional)

@@ -7,6 +7,7 @@ constinit const DriverDescription cUnRAR::kDescription{
     .prefix = "Unrar",
     .messageTitle = L"RAR Message",
     .minimumVersion = 0,
+    .extract = {.base = L" -x -u ", .keepFolder = L" -x", .flat = L" -e", .overwrite = L" -y", .skip = L" -o-"},
 };
 
 cUnRAR::cUnRAR(ArchiverLibrary& library, MessageBoxes& messages, const RegionalSettings& regional)

@@ -8,6 +8,7 @@ constinit const DriverDescription cUnTar::kDescription{
     .messageTitle = L"TAR Message",
     .minimumVersion = 53,
     .columns = {.attributes = false, .packed = false, .ratio = false},
+    .extract = {.base = L" xvfo", .listed = L"a", .skip = L" --confirm-overwrite=1", .ask = L" --confirm-overwrite=1"},
 };
 
 cUnTar::cUnTar(ArchiverLibrary& library, MessageBoxes& messages, const RegionalSettings& regional)

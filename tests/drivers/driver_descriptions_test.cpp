@@ -248,13 +248,6 @@ TEST_F(UnArj, TellsOfAnArchiveThatCannotBeOpened) {
     EXPECT_EQ(messages.shown[0].title, L"ARJ Message");
 }
 
-TEST_F(UnZip, ListsThroughTheEntryFunctionsWhateverTheVersion) {
-    library.members = {{.name = "a"}};
-    for (const std::uint16_t version : {78, 79, 80, 540}) {
-        library.versionAnswer = version;
-        EXPECT_EQ(zip.SetArcFile(L"a.zip"), 1U) << version;
-    }
-}
 
 }  // namespace
 }  // namespace tovar

@@ -21,6 +21,23 @@ TEST_F(Listing, WalksTheArchiveFromOpenToClose) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(Listing, KnowsWhetherItCameToTheEnd) {
+    library.members = {{.name = "a"}};
+    EXPECT_FALSE(driver.listingComplete()) << "there is none yet";
+    ASSERT_EQ(driver.SetArcFile(L"a.zip"), 1U);
+    EXPECT_TRUE(driver.listingComplete());
+    library.endCode = 0x8017;
+    ASSERT_EQ(driver.SetArcFile(L"a.zip"), 1U);
+    EXPECT_FALSE(driver.listingComplete());
+    library.members.clear();
+    library.endCode = -1;
+    ASSERT_EQ(driver.SetArcFile(L"empty.zip"), 0U);
+    EXPECT_TRUE(driver.listingComplete());
+    library.opens = false;
+    ASSERT_EQ(driver.SetArcFile(L"none.zip"), 0U);
+    EXPECT_FALSE(driver.listingComplete());
+}
+
 TEST_F(Listing, GivesTheTenFieldsOfAMember) {
     library.members = {{.name = "dir/sub/file.txt",
                         .original = 1'234'567,

@@ -28,6 +28,9 @@ public:
     std::function<void()> whileListing;
     std::vector<std::wstring> listed;  ///< files that SetArcFile was called for
     std::vector<WindowHandle> owners;  ///< the owner window at each of these calls
+    std::vector<ExtractRequest> extracted;
+    ExtractResult extractAnswer;
+    ExtractProgressSink progress;
     ContentsColumns columns;
     mutable int namesRead = 0;
 
@@ -57,6 +60,13 @@ public:
         return table_.size();
     }
 
+    [[nodiscard]] bool listingComplete() const override { return true; }
+    ExtractResult extract(const ExtractRequest& request) override {
+        extracted.push_back(request);
+        return extractAnswer;
+    }
+    void setProgress(ExtractProgressSink sink) override { progress = std::move(sink); }
+    [[nodiscard]] const TextCodec& listCodec() override { return codec_; }
     [[nodiscard]] const EntryTable& entries() const override { return table_; }
     [[nodiscard]] std::wstring FileName(std::uint32_t index) const override {
         ++namesRead;
@@ -96,6 +106,7 @@ private:
     mutable DriverDescription description_;
     WindowHandle owner_ = nullptr;
     EntryTable table_;
+    Utf8Codec codec_;
 };
 
 }  // namespace tovar::test

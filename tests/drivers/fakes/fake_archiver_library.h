@@ -30,6 +30,8 @@ public:
     std::int32_t endCode = -1;  ///< what the search answers behind the last member
     bool has64BitSizes = false;
     std::vector<std::uint64_t> originals64, packed64;  ///< by member
+    ExtractProgressSink progress;
+    Utf8Codec codec;
     mutable std::optional<int> decodesUntilNoMemory;
 
     std::uint16_t version() override {
@@ -69,6 +71,8 @@ public:
         decodeTo(buffer, output);
         return runAnswer;
     }
+    void setProgress(ExtractProgressSink sink) override { progress = std::move(sink); }
+    const TextCodec& commandCodec() override { return codec; }
     std::int32_t checkArchive(std::wstring_view fileName, std::int32_t mode) override {
         calls.push_back(L"checkArchive " + std::wstring(fileName) + L' ' + std::to_wstring(mode));
         return checkAnswer;

@@ -1,11 +1,10 @@
 #include "drivers/bound_library.h"
 
-#include <exception>
 #include <utility>
 
+#include "drivers/guarded_call.h"
 #include "drivers/record_text.h"
 #include "drivers/return_codes.h"
-#include "shell/system_paths.h"
 
 namespace tovar {
 namespace {
@@ -16,21 +15,6 @@ constexpr std::size_t kSlack = 16;
 /// The convention asks for 513 bytes.
 constexpr std::size_t kOptionBuffer = 4096;
 
-/// A call whose preparation fails answers like a failing library: no exception passes.
-template <class Answer, class Call>
-Answer guarded(Answer failure, Call&& call) noexcept {
-    try {
-        return call();
-    } catch (const std::exception&) {
-        return failure;
-    }
-}
-
-/// A NUL would end the text early and let the call mean something else.
-std::optional<std::string> withoutNul(std::optional<std::string> text) {
-    return text && text->find('\0') == std::string::npos ? std::move(text) : std::nullopt;
-}
-
 std::optional<std::uint64_t> sizeOf(archiver::fn::GetSizeEx* query, archiver::ArchiveHandle archive) {
     std::int64_t size = -1;
     if (query == nullptr || query(archive, &size) == 0 || size < 0) {
@@ -40,18 +24,6 @@ std::optional<std::uint64_t> sizeOf(archiver::fn::GetSizeEx* query, archiver::Ar
 }
 
 }  // namespace
-
-/// Keeps the library in UTF-8 while a call runs.
-class BoundLibrary::Utf8Call {
-public:
-    explicit Utf8Call(BoundLibrary& library) : library_(library) { library_.enterUtf8(); }
-    ~Utf8Call() { library_.leaveUtf8(); }
-    Utf8Call(const Utf8Call&) = delete;
-    Utf8Call& operator=(const Utf8Call&) = delete;
-
-private:
-    BoundLibrary& library_;
-};
 
 /// Has the library tell how a command gets on while the object lives.
 class BoundLibrary::ProgressCall {
@@ -99,7 +71,9 @@ BoundLibrary* BoundLibrary::ProgressCall::current_ = nullptr;
 
 BoundLibrary::BoundLibrary(std::unique_ptr<Module> module, const DriverDescription& description, const TextCodec& ansi,
                            const SystemPaths& system)
-    : module_(std::move(module)), functions_(bind(*module_, description.prefix)), ansi_(ansi), system_(system) {}
+    : module_(std::move(module)),
+      functions_(bind(*module_, description.prefix)),
+      texts_(functions_.setUnicodeMode, ansi, system) {}
 
 BoundLibrary::Functions BoundLibrary::bind(const Module& module, std::string_view prefix) {
     const auto find = [&module, prefix]<class Function>(Function*& function, const char* name) {
@@ -133,43 +107,8 @@ BoundLibrary::Functions BoundLibrary::bind(const Module& module, std::string_vie
 }
 
 const TextCodec& BoundLibrary::commandCodec() {
-    const Utf8Call utf8(*this);
-    return codec();
-}
-
-void BoundLibrary::enterUtf8() {
-    if (utf8Users_++ == 0 && functions_.setUnicodeMode != nullptr) {
-        speaksUtf8_ = functions_.setUnicodeMode(1) != 0;
-    }
-}
-
-void BoundLibrary::leaveUtf8() {
-    if (--utf8Users_ == 0 && functions_.setUnicodeMode != nullptr) {
-        functions_.setUnicodeMode(0);
-        speaksUtf8_ = false;
-    }
-}
-
-const TextCodec& BoundLibrary::codec() const {
-    if (speaksUtf8_) {
-        return utf8_;
-    }
-    return ansi_;
-}
-
-std::optional<std::string> BoundLibrary::encodeText(std::wstring_view text) const {
-    return withoutNul(codec().encode(text));
-}
-
-std::optional<std::string> BoundLibrary::encodeFileName(std::wstring_view fileName) const {
-    // Libraries that know the ANSI code page only are old ones: they copy names into buffers of the convention's size.
-    const std::size_t limit = speaksUtf8_ ? std::string::npos : archiver::kNameSize - 1;
-    std::optional<std::string> name = encodeText(fileName);
-    if (!name || name->size() > limit) {
-        const std::optional<std::wstring> shortName = system_.shortPathName(std::wstring(fileName));
-        name = shortName ? encodeText(*shortName) : std::nullopt;
-    }
-    return name && name->size() <= limit ? name : std::nullopt;
+    const LibraryTexts::Use use(texts_);
+    return texts_.codec();
 }
 
 std::uint16_t BoundLibrary::version() {
@@ -199,15 +138,15 @@ std::int32_t BoundLibrary::run(WindowHandle owner, std::wstring_view commandLine
         return return_code::kUnsupported;
     }
     return guarded(return_code::kOutOfMemory, [&] {
-        const Utf8Call utf8(*this);
-        const std::optional<std::string> command = encodeText(commandLine);
+        const LibraryTexts::Use use(texts_);
+        const std::optional<std::string> command = texts_.encode(commandLine);
         if (!command) {
             return return_code::kIllegalCommand;
         }
         std::string buffer(bufferSize + kSlack, '\0');
         const ProgressCall progress(*this, owner);
         const std::int32_t code = functions_.run(owner, command->c_str(), buffer.data(), bufferSize);
-        codec().decodeTo(std::string_view(buffer).substr(0, bufferSize), output);
+        texts_.codec().decodeTo(std::string_view(buffer).substr(0, bufferSize), output);
         return code;
     });
 }
@@ -217,8 +156,8 @@ std::int32_t BoundLibrary::checkArchive(std::wstring_view fileName, std::int32_t
         return 0;
     }
     return guarded(0, [&] {
-        const Utf8Call utf8(*this);
-        const std::optional<std::string> name = encodeFileName(fileName);
+        const LibraryTexts::Use use(texts_);
+        const std::optional<std::string> name = texts_.encodeFileName(fileName, archiver::kNameSize - 1);
         return name ? functions_.checkArchive(name->c_str(), mode) : 0;
     });
 }
@@ -228,7 +167,7 @@ std::int32_t BoundLibrary::configDialog(WindowHandle owner, std::int32_t mode) {
         return return_code::kUnsupported;
     }
     return guarded(return_code::kOutOfMemory, [&] {
-        const Utf8Call utf8(*this);
+        const LibraryTexts::Use use(texts_);
         std::string options(kOptionBuffer, '\0');
         return functions_.configDialog(owner, options.data(), mode);
     });
@@ -239,12 +178,12 @@ archiver::ArchiveHandle BoundLibrary::openArchive(WindowHandle owner, std::wstri
         return nullptr;
     }
     return guarded(archiver::ArchiveHandle{}, [&] {
-        const Utf8Call utf8(*this);
-        const std::optional<std::string> name = encodeFileName(fileName);
+        const LibraryTexts::Use use(texts_);
+        const std::optional<std::string> name = texts_.encodeFileName(fileName, archiver::kNameSize - 1);
         const archiver::ArchiveHandle archive =
             name ? functions_.openArchive(owner, name->c_str(), mode) : archiver::ArchiveHandle{};
         if (archive != nullptr) {
-            enterUtf8();
+            texts_.enter();
             ++openArchives_;
         }
         return archive;
@@ -258,7 +197,7 @@ std::int32_t BoundLibrary::findFirst(archiver::ArchiveHandle archive, std::wstri
         return return_code::kUnsupported;
     }
     return guarded(return_code::kOutOfMemory, [&] {
-        const std::optional<std::string> pattern = encodeText(wildName);
+        const std::optional<std::string> pattern = texts_.encode(wildName);
         return pattern ? functions_.findFirst(archive, pattern->c_str(), &info) : return_code::kIllegalCommand;
     });
 }
@@ -273,7 +212,7 @@ std::int32_t BoundLibrary::closeArchive(archiver::ArchiveHandle archive) {
         functions_.closeArchive != nullptr ? functions_.closeArchive(archive) : return_code::kUnsupported;
     if (openArchives_ > 0) {
         --openArchives_;
-        leaveUtf8();
+        texts_.leave();
     }
     return code;
 }
@@ -286,6 +225,6 @@ std::optional<std::uint64_t> BoundLibrary::compressedSize(archiver::ArchiveHandl
     return sizeOf(functions_.getCompressedSizeEx, archive);
 }
 
-void BoundLibrary::decodeTo(std::string_view bytes, std::wstring& text) const { codec().decodeTo(bytes, text); }
+void BoundLibrary::decodeTo(std::string_view bytes, std::wstring& text) const { texts_.codec().decodeTo(bytes, text); }
 
 }  // namespace tovar

@@ -8,23 +8,20 @@
 
 #include "drivers/archiver_library.h"
 #include "drivers/driver_description.h"
+#include "drivers/library_texts.h"
 #include "drivers/module_loader.h"
 #include "shell/text_codec.h"
 
 namespace tovar {
 
-class SystemPaths;
-
 /// The exported functions of a loaded archiver library.
 ///
-/// Texts go over in the library's 8-bit code: UTF-8 where it exports prefix + "SetUnicodeMode", else the ANSI code
-/// page. The mode belongs to the whole process, and the host may use the library too: it is on only while a call of
-/// ours runs, or an archive that we opened is open.
+/// Texts go over in UTF-8 where it exports prefix + "SetUnicodeMode", while a call of ours runs or an archive that we
+/// opened is open.
 class BoundLibrary final : public ArchiverLibrary {
 public:
     /// @param description  its prefix names the functions; not kept
     /// @param ansi         codec of the ANSI code page; outlives the library, as `system` does
-    /// @param system       gives short names to files whose own name the code page cannot hold
     BoundLibrary(std::unique_ptr<Module> module, const DriverDescription& description, const TextCodec& ansi,
                  const SystemPaths& system);
 
@@ -72,25 +69,15 @@ private:
         archiver::fn::SetOwnerWindow* killOwnerWindowEx;
     };
 
-    class Utf8Call;
     class ProgressCall;
 
     static Functions bind(const Module& module, std::string_view prefix);
-    void enterUtf8();
-    void leaveUtf8();
-    [[nodiscard]] const TextCodec& codec() const;
-    [[nodiscard]] std::optional<std::string> encodeText(std::wstring_view text) const;
-    [[nodiscard]] std::optional<std::string> encodeFileName(std::wstring_view fileName) const;
 
     std::unique_ptr<Module> module_;
     Functions functions_;
-    const TextCodec& ansi_;
-    const SystemPaths& system_;
-    Utf8Codec utf8_;
+    LibraryTexts texts_;
     ExtractProgressSink progress_;
-    int utf8Users_ = 0;        ///< calls and open archives that want the library in UTF-8
-    int openArchives_ = 0;     ///< those of the users that are archives
-    bool speaksUtf8_ = false;  ///< whether it is
+    int openArchives_ = 0;  ///< of the users of the library's texts those that are archives
 };
 
 }  // namespace tovar

@@ -4,7 +4,6 @@
 #include <cstring>
 #include <exception>
 
-#include "drivers/entry_text.h"
 #include "drivers/extract_lines.h"
 #include "drivers/record_text.h"
 #include "drivers/return_codes.h"
@@ -84,7 +83,7 @@ bool listMembers(ArchiverLibrary& library, archiver::ArchiveHandle archive, Entr
 
 CommonDriver::CommonDriver(const DriverDescription& description, ArchiverLibrary& library, MessageBoxes& messages,
                            const RegionalSettings& regional)
-    : description_(description), library_(library), messages_(messages), regional_(regional) {}
+    : ListedDriver(description, messages, regional), library_(library) {}
 
 std::uint16_t CommonDriver::Version() {
     version_ = library_.version();
@@ -97,10 +96,10 @@ bool CommonDriver::BackGroundMode() { return library_.backGroundMode(); }
 
 void CommonDriver::setBackGroundMode(bool on) { library_.setBackGroundMode(on); }
 
-bool CommonDriver::CursorMode() { return description_.hasCursorMode && library_.cursorMode(); }
+bool CommonDriver::CursorMode() { return description().hasCursorMode && library_.cursorMode(); }
 
 void CommonDriver::setCursorMode(bool on) {
-    if (description_.hasCursorMode) {
+    if (description().hasCursorMode) {
         library_.setCursorMode(on);
     }
 }
@@ -117,7 +116,7 @@ void CommonDriver::setCommandLine(std::wstring_view commandLine) {
     output_.clear();
     written_.clear();
     std::wstring buffer;
-    returnCode_ = library_.run(owner_, commandLine, bufferSize, buffer);
+    returnCode_ = library_.run(hWnd(), commandLine, bufferSize, buffer);
     try {
         const std::size_t end = buffer.find(L'\0');
         cut_ = end == std::wstring::npos && !buffer.empty();
@@ -139,63 +138,25 @@ void CommonDriver::setCommandLine(std::wstring_view commandLine) {
 std::wstring CommonDriver::ErrString() const { return returnCodeMessage(ReturnCode()); }
 
 std::int32_t CommonDriver::ConfigDialog() {
-    returnCode_ = library_.configDialog(owner_, kUnpackDialog);
+    returnCode_ = library_.configDialog(hWnd(), kUnpackDialog);
     return returnCode_;
 }
 
-EntryTable& CommonDriver::beginListing() noexcept {
-    entries_.clear();
-    listingComplete_ = false;
-    return entries_;
-}
-
-void CommonDriver::tellNotOpened(std::wstring_view fileName) {
-    messages_.show(owner_, notOpenedText(fileName), description_.messageTitle, MessageIcon::Exclamation);
-}
-
 std::uint32_t CommonDriver::SetArcFile(std::wstring_view fileName) {
-    beginListing();
-    const archiver::ArchiveHandle archive = library_.openArchive(owner_, fileName, kOpenMode);
+    EntryTable& entries = beginListing();
+    const archiver::ArchiveHandle archive = library_.openArchive(hWnd(), fileName, kOpenMode);
     if (archive == nullptr) {
         tellNotOpened(fileName);
         return 0;
     }
     const OpenedArchive opened(library_, archive);
     try {
-        listingComplete_ = listMembers(library_, archive, entries_);
+        setListingComplete(listMembers(library_, archive, entries));
     } catch (const std::exception&) {
         // Memory ran out or the table is full, perhaps by a library that never ends: what was read stays.
     }
-    return entries_.size();
+    return entries.size();
 }
-
-std::wstring CommonDriver::FileName(std::uint32_t index) const { return std::wstring(entries_.name(index)); }
-
-std::wstring CommonDriver::FilePath(std::uint32_t index) const { return std::wstring(entries_.path(index)); }
-
-std::wstring CommonDriver::FileOriginal(std::uint32_t index) const {
-    return groupedNumber(entries_.record(index).original, regional_);
-}
-
-std::wstring CommonDriver::FilePacked(std::uint32_t index) const {
-    return groupedNumber(entries_.record(index).packed, regional_);
-}
-
-std::wstring CommonDriver::FileRatio(std::uint32_t index) const {
-    return ratioText(entries_.record(index).ratio, regional_);
-}
-
-std::wstring CommonDriver::FileDate(std::uint32_t index) const {
-    return dateText(entries_.record(index).date, regional_);
-}
-
-std::wstring CommonDriver::FILETIME(std::uint32_t index) const { return timeText(entries_.record(index).time); }
-
-std::wstring CommonDriver::FileAttr(std::uint32_t index) const { return std::wstring(entries_.attributes(index)); }
-
-std::wstring CommonDriver::FileType(std::uint32_t index) const { return std::wstring(entries_.type(index)); }
-
-std::wstring CommonDriver::FileCRC(std::uint32_t index) const { return crcText(entries_.record(index).crc); }
 
 ExtractResult CommonDriver::extract(const ExtractRequest& request) {
     setHWnd(request.owner);
@@ -207,14 +168,6 @@ ExtractResult CommonDriver::extract(const ExtractRequest& request) {
             .text = written_,
             .cut = cut_,
             .nothingChosen = ReturnCode() == return_code::kNoSuchMember};
-}
-
-std::optional<CalendarDate> CommonDriver::calendarDate(std::uint32_t index) const {
-    return calendarDateOf(entries_.record(index).date);
-}
-
-std::optional<ClockTime> CommonDriver::clockTime(std::uint32_t index) const {
-    return clockTimeOf(entries_.record(index).time);
 }
 
 }  // namespace tovar

@@ -1,26 +1,20 @@
 #pragma once
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "drivers/archive_driver.h"
 #include "drivers/archiver_library.h"
-#include "drivers/entry_table.h"
-#include "shell/message_boxes.h"
-#include "shell/regional.h"
+#include "drivers/listed_driver.h"
 
 namespace tovar {
 
 /// The driver of a library of the common archiver convention. It holds no archive open between calls.
-class CommonDriver : public ArchiveDriver {
+class CommonDriver : public ListedDriver {
 public:
     /// @param description  outlives the driver, as the other arguments do
     CommonDriver(const DriverDescription& description, ArchiverLibrary& library, MessageBoxes& messages,
                  const RegionalSettings& regional);
-
-    [[nodiscard]] const DriverDescription& description() const final { return description_; }
 
     /// The library's version times 100; 1 is that of an unusable library.
     [[nodiscard]] std::uint16_t Version();
@@ -60,51 +54,19 @@ public:
     [[nodiscard]] std::int16_t MaxFileCount() const noexcept { return maxFileCount_; }
     void setMaxFileCount(std::int16_t count) noexcept { maxFileCount_ = count; }
 
-    [[nodiscard]] WindowHandle hWnd() const final { return owner_; }
-    void setHWnd(WindowHandle owner) final { owner_ = owner; }
-
     std::uint32_t SetArcFile(std::wstring_view fileName) override;
-    [[nodiscard]] bool listingComplete() const final { return listingComplete_; }
-    [[nodiscard]] const EntryTable& entries() const final { return entries_; }
-
-    [[nodiscard]] std::wstring FileName(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FilePath(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FileOriginal(std::uint32_t index) const override;
-    [[nodiscard]] std::wstring FilePacked(std::uint32_t index) const override;
-    [[nodiscard]] std::wstring FileRatio(std::uint32_t index) const override;
-    [[nodiscard]] std::wstring FileDate(std::uint32_t index) const override;
-    [[nodiscard]] std::wstring FILETIME(std::uint32_t index) const override;
-    [[nodiscard]] std::wstring FileAttr(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FileType(std::uint32_t index) const final;
-    [[nodiscard]] std::wstring FileCRC(std::uint32_t index) const override;
-    [[nodiscard]] std::optional<CalendarDate> calendarDate(std::uint32_t index) const final;
-    [[nodiscard]] std::optional<ClockTime> clockTime(std::uint32_t index) const final;
 
     ExtractResult extract(const ExtractRequest& request) final;
     void setProgress(ExtractProgressSink sink) final { library_.setProgress(std::move(sink)); }
     [[nodiscard]] const TextCodec& listCodec() final { return library_.commandCodec(); }
 
-protected:
-    /// For drivers that list in a way of their own: an empty table to fill.
-    EntryTable& beginListing() noexcept;
-    void setListingComplete(bool complete) noexcept { listingComplete_ = complete; }
-    void tellNotOpened(std::wstring_view fileName);
-    [[nodiscard]] const RegionalSettings& regional() const noexcept { return regional_; }
-
 private:
-    const DriverDescription& description_;
     ArchiverLibrary& library_;
-    MessageBoxes& messages_;
-    const RegionalSettings& regional_;
-
     std::wstring output_;
     std::int32_t returnCode_ = 0;
     std::int16_t maxFileCount_ = 256;
     std::int16_t checkMode_ = 0;
     std::uint16_t version_ = 0;
-    WindowHandle owner_ = nullptr;
-    EntryTable entries_;
-    bool listingComplete_ = false;
     std::wstring written_;  ///< by the last command, whatever its code
     bool cut_ = false;      ///< the buffer was too small for it
 };

@@ -25,6 +25,12 @@ protected:
     std::unique_ptr<BoundLibrary> plain() { return bind(FakeModule::plain("Some")); }
     std::unique_ptr<BoundLibrary> full() { return bind(FakeModule::full("Some")); }
 
+    std::unique_ptr<BoundLibrary> withProgress() {
+        auto module = FakeModule::full("Some");
+        module->addProgress("Some");
+        return bind(std::move(module));
+    }
+
     const DriverDescription description{.library = L"Some32.dll", .prefix = "Some", .messageTitle = L"Some Message"};
     test::FakeExports exports;
     test::FakeTextCodec ansi;
@@ -393,6 +399,85 @@ TEST_F(BoundLibraryTest, TakesNoSecondByteForASeparator) {
     EXPECT_EQ(driver.FilePath(0), L"\x8868\\");
     EXPECT_EQ(driver.FileName(1), L"\x8868");
     EXPECT_EQ(driver.FilePath(1), L"\\");
+}
+
+// Progress
+
+TEST_F(BoundLibraryTest, TellsHowACommandGetsOn) {
+    const auto library = withProgress();
+    exports.events = {{.state = 3},
+                      {.state = 0, .source = "\xC3\xA4.txt", .destination = "C:\\out\\\xC3\xA4.txt", .size = 10},
+                      {.state = 1, .source = std::string(513, 'n'), .size = 10, .written = 7},
+                      {.state = 2, .withoutRecord = true},
+                      {.state = 99}};
+    std::vector<ExtractProgress> told;
+    library->setProgress([&](const ExtractProgress& progress) {
+        told.push_back(progress);
+        return told.size() != 3;
+    });
+    int window = 0;
+    EXPECT_EQ(library->run(&window, L"x", 100, output), 0);
+    using State = ExtractProgress::State;
+    ASSERT_EQ(told.size(), 5U);
+    EXPECT_EQ(told[0].state, State::Open);
+    EXPECT_EQ(told[1].state, State::Begin);
+    EXPECT_EQ(told[1].member, L"\xE4.txt");
+    EXPECT_EQ(told[1].file, L"C:\\out\\\xE4.txt");
+    EXPECT_EQ(told[1].size, 10U);
+    EXPECT_EQ(told[2].state, State::Working);
+    EXPECT_EQ(told[2].member, std::wstring(513, L'n')) << "a text without a NUL ends with its field";
+    EXPECT_EQ(told[2].written, 7U);
+    EXPECT_EQ(told[3].state, State::End);
+    EXPECT_EQ(told[3].member, L"");
+    EXPECT_EQ(told[4].state, State::Working) << "of a state that nobody knows";
+    EXPECT_EQ(exports.callbackAnswers, (std::vector<archiver::Bool>{0, 0, 1, 0, 0})) << "1 cancels";
+    EXPECT_EQ(exports.calls, (Calls{"SetUnicodeMode 1", "SetOwnerWindowEx", "Run x into 100", "KillOwnerWindowEx",
+                                    "SetUnicodeMode 0"}));
+    EXPECT_EQ(exports.owners, (std::vector<void*>{&window, &window, &window}));
+}
+
+TEST_F(BoundLibraryTest, CancelsWhenWhoIsToldThrows) {
+    const auto library = withProgress();
+    exports.events = {{.state = 0}};
+    library->setProgress([](const ExtractProgress&) -> bool { throw std::bad_alloc(); });
+    EXPECT_EQ(library->run(nullptr, L"x", 100, output), 0);
+    EXPECT_EQ(exports.callbackAnswers, (std::vector<archiver::Bool>{1}));
+}
+
+TEST_F(BoundLibraryTest, SetsNoCallbackWhenNobodyListens) {
+    const auto library = withProgress();
+    library->setProgress([](const ExtractProgress&) { return true; });
+    library->setProgress({});
+    EXPECT_EQ(library->run(nullptr, L"x", 100, output), 0);
+    EXPECT_EQ(exports.calls, (Calls{"SetUnicodeMode 1", "Run x into 100", "SetUnicodeMode 0"}));
+}
+
+TEST_F(BoundLibraryTest, TakesNoCallbackAwayThatWasNotTaken) {
+    const auto library = withProgress();
+    exports.callbackTaken = 0;
+    library->setProgress([](const ExtractProgress&) { return true; });
+    EXPECT_EQ(library->run(nullptr, L"x", 100, output), 0);
+    EXPECT_EQ(exports.calls, (Calls{"SetUnicodeMode 1", "SetOwnerWindowEx", "Run x into 100", "SetUnicodeMode 0"}));
+}
+
+// Their callbacks may take the answers the other way round.
+TEST_F(BoundLibraryTest, SetsNoCallbackInOlderLibraries) {
+    auto module = FakeModule::full("Some");
+    module->addProgress("Some");
+    module->functions.erase("SomeGetWriteTimeEx");
+    const auto library = bind(std::move(module));
+    library->setProgress([](const ExtractProgress&) { return true; });
+    EXPECT_EQ(library->run(nullptr, L"x", 100, output), 0);
+    EXPECT_EQ(exports.calls, (Calls{"SetUnicodeMode 1", "Run x into 100", "SetUnicodeMode 0"}));
+}
+
+TEST_F(BoundLibraryTest, KnowsTheCodeOfListFiles) {
+    const auto utf8 = full();
+    EXPECT_EQ(utf8->commandCodec().encode(L"\xE4"), "\xC3\xA4");
+    EXPECT_EQ(exports.calls, (Calls{"SetUnicodeMode 1", "SetUnicodeMode 0"}));
+    exports.unicodeAnswer = 0;
+    EXPECT_EQ(&utf8->commandCodec(), &ansi) << "a library that has the function but refuses";
+    EXPECT_EQ(&plain()->commandCodec(), &ansi);
 }
 
 }  // namespace

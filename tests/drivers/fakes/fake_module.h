@@ -44,6 +44,30 @@ struct FakeExports {
     archiver::Bool unicodeAnswer = 1;
     std::size_t next = 0;
 
+    /// What a running command tells its callback.
+    struct Event {
+        std::uint32_t state = 0;
+        std::string source = {}, destination = {};
+        std::uint32_t size = 0, written = 0;
+        bool withoutRecord = false;
+    };
+    std::vector<Event> events;
+    archiver::ProgressCallback* callback = nullptr;
+    archiver::Bool callbackTaken = 1;
+    std::vector<archiver::Bool> callbackAnswers;
+
+    void tell() {
+        if (callback == nullptr) return;
+        for (const Event& event : events) {
+            archiver::ExtractingInfoEx record{};
+            record.info.fileSize = event.size;
+            record.info.writeSize = event.written;
+            fillField(record.info.sourceFileName, event.source);
+            fillField(record.info.destFileName, event.destination);
+            callbackAnswers.push_back(callback(nullptr, 0x400, event.state, event.withoutRecord ? nullptr : &record));
+        }
+    }
+
     void log(std::string call) { calls.push_back(std::move(call)); }
 
     std::int32_t give(archiver::IndividualInfo* info) {
@@ -61,6 +85,7 @@ inline std::int32_t ARCHIVER_CALL run(void* owner, const char* line, char* outpu
     FakeExports& self = *FakeExports::current();
     self.log("Run " + std::string(line) + " into " + std::to_string(size));
     self.owners.push_back(owner);
+    self.tell();
     std::memcpy(output, self.written.data(),
                 self.cutToBuffer ? std::min<std::size_t>(self.written.size(), size) : self.written.size());
     return self.runAnswer;
@@ -131,6 +156,18 @@ inline archiver::Bool ARCHIVER_CALL setUnicodeMode(archiver::Bool on) {
     FakeExports::current()->log("SetUnicodeMode " + std::to_string(on));
     return FakeExports::current()->unicodeAnswer;
 }
+inline archiver::Bool ARCHIVER_CALL setOwnerWindowEx(void* owner, archiver::ProgressCallback* callback) {
+    FakeExports::current()->log("SetOwnerWindowEx");
+    FakeExports::current()->owners.push_back(owner);
+    FakeExports::current()->callback = FakeExports::current()->callbackTaken != 0 ? callback : nullptr;
+    return FakeExports::current()->callbackTaken;
+}
+inline archiver::Bool ARCHIVER_CALL killOwnerWindowEx(void* owner) {
+    FakeExports::current()->log("KillOwnerWindowEx");
+    FakeExports::current()->owners.push_back(owner);
+    FakeExports::current()->callback = nullptr;
+    return 1;
+}
 
 }  // namespace exported
 
@@ -167,6 +204,13 @@ public:
         module->functions[prefix + "GetCompressedSizeEx"] = reinterpret_cast<void*>(&exported::getCompressedSizeEx);
         module->functions[prefix + "SetUnicodeMode"] = reinterpret_cast<void*>(&exported::setUnicodeMode);
         return module;
+    }
+
+    /// Adds the functions of progress; GetWriteTimeEx is never called.
+    void addProgress(const std::string& prefix) {
+        functions[prefix + "SetOwnerWindowEx"] = reinterpret_cast<void*>(&exported::setOwnerWindowEx);
+        functions[prefix + "KillOwnerWindowEx"] = reinterpret_cast<void*>(&exported::killOwnerWindowEx);
+        functions[prefix + "GetWriteTimeEx"] = reinterpret_cast<void*>(&exported::getBackGroundMode);
     }
 
     [[nodiscard]] void* find(const char* name) const override {

@@ -26,6 +26,7 @@ struct Command {
         bool namesGiven = false;
     };
     Action action = Action::kUnpack;
+    int form = 0;                    ///< the language's own number for one of several forms of output
     std::filesystem::path archive;   ///< as the line names it; relative to the current folder
     UnpackOptions options;           ///< `target` as the line names it; empty: the current folder
     MemberFilter chosen;             ///< by name, response files read; empty = every member
@@ -34,9 +35,13 @@ struct Command {
     std::string password;            ///< given in the line; empty = none
     bool askPassword = true;
     bool showProgress = true;
-    bool showNames = true;    ///< quiet lines give the shortest output there is
-    bool useSettings = true;  ///< what the user has set for the library; false: the line says to ignore it
-    bool printNames = true;   ///< with kPrint: the members' names before their bytes
+    bool pumpMessages = true;     ///< false: not even in background mode
+    bool invertCallback = false;  ///< the progress callback goes on by non-zero and cancels by 0
+    bool showNames = true;        ///< quiet lines give the shortest output there is
+    bool useSettings = true;      ///< what the user has set for the library; false: the line says to ignore it
+    bool printNames = true;       ///< with kPrint: the members' names before their bytes
+    /// Tells the open archive what only its kind knows of; may be empty.
+    std::function<void(ArchiveReader& reader)> prepare;
 };
 
 /// How a library words its output. One object for one command; each function appends UTF-8 text to `out`.

@@ -30,6 +30,9 @@ public:
     /// A name as it stands.
     void add(std::string name) { names_.push_back(std::move(name)); }
 
+    /// There is a list, be it without a name.
+    void noteList() noexcept { listTaken_ = true; }
+
     [[nodiscard]] bool empty() const noexcept { return names_.empty() && !listTaken_; }
 
     /// What the names choose: all members without any, none for lists without a name.

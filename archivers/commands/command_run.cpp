@@ -49,12 +49,12 @@ CommandRun::CommandRun(const CommandContext& context, const Command& command, Co
       texts_(texts),
       reader_(reader),
       output_(output),
-      notifier_(context.progress, context.library, context.codec),
+      notifier_(context.progress, context.library, context.codec, command.invertCallback),
       dialogs_(makeCommandDialogs({.owner = context.window,
                                    .archive = command.archive,
                                    .title = context.library.title,
                                    .showProgress = command.showProgress,
-                                   .pumpMessages = context.pumpMessages})) {}
+                                   .pumpMessages = context.pumpMessages && command.pumpMessages})) {}
 
 CommandRun::~CommandRun() { notifier_.ended(); }
 
@@ -86,6 +86,7 @@ UnpackSummary CommandRun::act() {
         case Command::Action::kListVerbose:
             return judged(list(), command_.namesGiven);
         case Command::Action::kComment:
+            say([&](std::string& out) { out += reader_.facts().comment; });
             break;
     }
     return {};

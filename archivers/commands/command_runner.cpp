@@ -1,5 +1,8 @@
 #include "archivers/commands/command_runner.h"
 
+#include <system_error>
+#include <utility>
+
 #include "archivers/commands/command_run.h"
 #include "archivers/commands/library_settings.h"
 
@@ -21,6 +24,13 @@ void applySettings(const char* library, Command& command) {
     if (command.options.threads == 0) command.options.threads = settings.processors;
 }
 
+/// Empty is the current folder. A path that the system takes for none stays, and is not found later.
+void makeAbsolute(std::filesystem::path& path) {
+    std::error_code error;
+    std::filesystem::path absolute = std::filesystem::absolute(path.empty() ? "." : path, error);
+    if (!error) path = std::move(absolute);
+}
+
 std::int32_t refuse(CommandTexts& texts, const Command* command, ReturnCode code, CommandOutput& output) {
     std::string text;
     texts.refused(command, code, text);
@@ -38,12 +48,14 @@ std::int32_t runCommand(const CommandContext& context, const CommandLanguage& la
     if (context.memory != nullptr) sendToMemory(command);
     if (command.useSettings) applySettings(context.library.title, command);
     // The current folder of this moment counts: messages that run meanwhile may change it.
-    command.archive = std::filesystem::absolute(command.archive);
-    command.options.target = std::filesystem::absolute(command.options.target.empty() ? "." : command.options.target);
-    for (Command::Part& part : command.furtherParts) part.target = std::filesystem::absolute(part.target);
+    if (command.archive.empty()) return refuse(*texts, nullptr, kNotArcFile, output);
+    makeAbsolute(command.archive);
+    makeAbsolute(command.options.target);
+    for (Command::Part& part : command.furtherParts) makeAbsolute(part.target);
     const OpenResult opened = context.library.open(command.archive);
     if (opened.reader == nullptr) return refuse(*texts, &command, opened.code, output);
 
+    if (command.prepare) command.prepare(*opened.reader);
     CommandRun run(context, command, *texts, *opened.reader, output);
     const UnpackSummary summary = run.run();
     if (summary.code == kOk && output.unused()) output.text("\r\n");

@@ -60,7 +60,8 @@ void ProgressNotifier::fill(const Member& member, const std::filesystem::path& f
 bool ProgressNotifier::notify(OwnerState state) noexcept {
     last_ = clock_();
     if (owner_.callback == nullptr) return !sendOwnerMessage(owner_.window, state, &info_.info);
-    return owner_.callback(owner_.window, ownerMessage(), static_cast<std::uint32_t>(state), &info_) == 0;
+    const Bool answer = owner_.callback(owner_.window, ownerMessage(), static_cast<std::uint32_t>(state), &info_);
+    return (answer == 0) != invertCallback_;
 }
 
 }  // namespace archiver

@@ -10,15 +10,15 @@ namespace archiver {
 
 /// Tells a command's progress to the window or the callback that was set for it; without either nothing is done.
 ///
-/// A callback cancels with a non-zero answer, as a window does. Source file is the member's name in the archive,
-/// destination what it becomes; before the first member, source is the archive.
+/// A callback cancels with a non-zero answer, as a window does; inverted, with 0. Source file is the member's name in
+/// the archive, destination what it becomes; before the first member, source is the archive.
 class ProgressNotifier {
 public:
     using Clock = std::chrono::steady_clock::time_point (*)();
 
     ProgressNotifier(ProgressOwner owner, const LibraryDescription& library, const TextCodec& codec,
-                     Clock clock = &std::chrono::steady_clock::now) noexcept
-        : owner_(owner), library_(library), codec_(codec), clock_(clock) {}
+                     bool invertCallback = false, Clock clock = &std::chrono::steady_clock::now) noexcept
+        : owner_(owner), library_(library), codec_(codec), invertCallback_(invertCallback), clock_(clock) {}
     ProgressNotifier(const ProgressNotifier&) = delete;
     ProgressNotifier& operator=(const ProgressNotifier&) = delete;
 
@@ -37,6 +37,7 @@ private:
     ProgressOwner owner_;
     const LibraryDescription& library_;
     const TextCodec& codec_;
+    bool invertCallback_;
     Clock clock_;
     std::chrono::steady_clock::time_point last_{};
     const Member* member_ = nullptr;  ///< the one that the record tells of; never looked into

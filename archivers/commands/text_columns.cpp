@@ -31,6 +31,13 @@ std::string padLeft(std::string_view utf8, std::size_t width) { return blanksFor
 
 std::string padLeft(std::uint64_t number, std::size_t width) { return padLeft(std::to_string(number), width); }
 
+std::string listedName(std::string_view utf8Name) {
+    std::string name(utf8Name);
+    const auto isControl = [](char character) { return (character >= 0 && character < ' ') || character == 0x7F; };
+    std::replace_if(name.begin(), name.end(), isControl, '_');
+    return name;
+}
+
 std::string_view firstCharacters(std::string_view utf8, std::size_t count) noexcept {
     std::size_t length = 0;
     for (; count > 0 && length < utf8.size(); --count) length += decodeCharacter(utf8.substr(length)).length;

@@ -13,6 +13,9 @@ namespace archiver {
 [[nodiscard]] std::string padLeft(std::string_view utf8, std::size_t width);
 [[nodiscard]] std::string padLeft(std::uint64_t number, std::size_t width);
 
+/// A member's name for one line of a text that programs read: control characters become "_".
+[[nodiscard]] std::string listedName(std::string_view utf8Name);
+
 /// The first characters of a text.
 [[nodiscard]] std::string_view firstCharacters(std::string_view utf8, std::size_t count) noexcept;
 

@@ -67,6 +67,7 @@ struct ArchiveFacts {
     std::uint32_t osType = os_type::kUnknown;
     int archiveType = 0;          ///< the number that the tar library's GetArchiveType gives; 0 elsewhere
     bool selfExtracting = false;  ///< a program stands before the archive's own bytes
+    std::string comment{};        ///< of the archive, UTF-8; empty when it has none, or its format none that is read
     bool listedByHeaders = true;  ///< false: going to the next member unpacks all that lies between
 };
 

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "archivers/formats/archive_reader.h"
+#include "archivers/unpacking/target_name.h"
 
 namespace archiver {
 
@@ -68,6 +69,8 @@ public:
                                 const std::function<bool()>& goOn) = 0;
     /// For folders, once all is written in them.
     virtual ReturnCode setProperties(const std::filesystem::path& name, const ItemProperties& properties) = 0;
+    /// What its names must be harmless for.
+    [[nodiscard]] virtual NameRules nameRules() const { return kSystemNameRules; }
     /// Bytes that may still be written; nullopt when that cannot be told.
     [[nodiscard]] virtual std::optional<std::uint64_t> freeSpace() = 0;
 };

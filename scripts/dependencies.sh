@@ -103,6 +103,15 @@ build_libmspack() {
     cp "$lib/mspack.h" "$deps_prefix/include"
 }
 
+# Only what works on bare deflate data, and its checksum. It finds out by itself what the processor can do.
+build_libdeflate() {
+    fetch_source libdeflate
+    local lib=$deps/src/libdeflate/lib
+    compile_library libdeflate -I"$deps/src/libdeflate" -- "$lib/utils.c" "$lib/deflate_compress.c" \
+        "$lib/deflate_decompress.c" "$lib/crc32.c" "$lib/x86/cpu_features.c"
+    cp "$deps/src/libdeflate/libdeflate.h" "$deps_prefix/include"
+}
+
 # The interface definitions that ours import; unpacked beside the build, as nothing of that package has to be installed.
 build_idl() {
     local dir=$deps/idl-package
@@ -117,7 +126,7 @@ build_idl() {
 build_dependencies() {
     local name recipe
     mkdir -p "$deps/done"
-    for name in idl bzip2 libzip libarchive lhasa libmspack; do
+    for name in idl bzip2 libzip libarchive lhasa libmspack libdeflate; do
         recipe=$(declare -f "build_$name" cmake_dependency | cksum)
         [ "$(cat "$deps/done/$name" 2>/dev/null)" = "$recipe" ] && continue
         say "Preparing $name for 32-bit Windows (once)"

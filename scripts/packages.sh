@@ -7,11 +7,12 @@
 # shellcheck disable=SC2034
 build_packages=(
     g++ cmake ninja-build pkg-config dpkg-dev
-    libarchive-dev libzip-dev liblhasa-dev libmspack-dev zlib1g-dev libbz2-dev googletest
+    libarchive-dev libzip-dev libdeflate-dev liblhasa-dev libmspack-dev zlib1g-dev libbz2-dev googletest
     g++-mingw-w64-i686-posix mingw-w64-tools libz-mingw-w64-dev
 )
+bench_packages=(cabextract lhasa)
 run_packages=(wine wine32:i386 fonts-wine xvfb imagemagick)
-test_packages=(locales xdotool zip unzip 7zip ncompress bzip2 libarchive-tools)
+test_packages=(locales xdotool zip unzip 7zip ncompress bzip2 libarchive-tools arj gcab jlha-utils)
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi

@@ -17,4 +17,8 @@ enum class LegacyPage : std::uint8_t {
 /// together.
 void appendLegacyText(std::string_view bytes, LegacyPage page, std::string& utf8);
 
+/// Appends the bytes of a UTF-8 text in a legacy code page: the way back.
+/// @return false, and nothing is appended, when a character has no exact form there or the text is no UTF-8
+bool appendLegacyBytes(std::string_view utf8, LegacyPage page, std::string& bytes);
+
 }  // namespace archiver

@@ -127,28 +127,22 @@ TEST(ZipRead, FindsDamageInDeflatedData) {
 }
 
 TEST(ZipRead, SizeThatIsTooLargeOrTooSmallIsFound) {
-    const std::string good = ZipBuilder().add({.name = "a", .content = "content"}).build();
-    const std::size_t header = good.find("PK\x01\x02");
-    for (const char size : {6, 8}) {
-        std::string bytes = good;
-        bytes[header + 24] = size;  // original size
-        const OpenResult opened = openZip(inMemory(bytes));
+    for (const std::uint64_t size : {6, 8}) {
+        const OpenResult opened =
+            openZip(inMemory(ZipBuilder().add({.name = "a", .content = "content", .originalSize = size}).build()));
         ASSERT_TRUE(opened.reader);
-        const ReturnCode code = unpack(*opened.reader, "a").code;
-        EXPECT_TRUE(code == kFileCrc || code == kCannotRead) << code;
+        EXPECT_EQ(unpack(*opened.reader, "a").code, size < 7 ? kFileCrc : kCannotRead);
     }
 }
 
 TEST(ZipRead, ClaimedSizeTakesNoMemory) {
-    ZipBuilder builder;
-    std::string bytes = builder.add({.name = "a", .content = "content", .sizesInZip64 = true}).build();
-    const std::size_t header = bytes.find("PK\x01\x02");
-    bytes[header + 46 + 1 + 4 + 5] = '\x7F';  // more than 2^46 bytes unpacked
-    const OpenResult opened = openZip(inMemory(bytes));
+    constexpr std::uint64_t kClaimed = std::uint64_t{1} << 46;
+    const BuiltMember member{.name = "a", .content = "content", .sizesInZip64 = true, .originalSize = kClaimed};
+    const OpenResult opened = openZip(inMemory(ZipBuilder().add(member).build()));
     ASSERT_TRUE(opened.reader);
-    Member member;
-    ASSERT_EQ(opened.reader->next(member), kOk);
-    EXPECT_GT(member.originalSize, std::uint64_t{1} << 40);
+    Member listed;
+    ASSERT_EQ(opened.reader->next(listed), kOk);
+    EXPECT_EQ(listed.originalSize, kClaimed);
     EXPECT_EQ(unpack(*opened.reader, "a").code, kCannotRead);
 }
 

@@ -1,5 +1,6 @@
 #include "archivers/formats/legacy_text.h"
 
+#include <algorithm>
 #include <array>
 
 #include "archivers/formats/utf8.h"
@@ -46,6 +47,25 @@ void appendLegacyText(std::string_view bytes, LegacyPage page, std::string& utf8
         const auto byte = static_cast<unsigned char>(each);
         appendUtf8(byte < 0x80 ? char32_t{byte} : char32_t{table[byte - 0x80]}, utf8);
     }
+}
+
+bool appendLegacyBytes(std::string_view utf8, LegacyPage page, std::string& bytes) {
+    const UpperHalf& table = page == LegacyPage::kOem ? kCodePage437 : kCodePage1252;
+    std::string result;
+    while (!utf8.empty()) {
+        const DecodedCharacter character = decodeCharacter(utf8);
+        if (!character.valid) return false;
+        utf8.remove_prefix(character.length);
+        if (character.value < 0x80) {
+            result += static_cast<char>(character.value);
+            continue;
+        }
+        const auto found = std::find(table.begin(), table.end(), character.value);
+        if (found == table.end()) return false;
+        result += static_cast<char>(0x80 + (found - table.begin()));
+    }
+    bytes += result;
+    return true;
 }
 
 }  // namespace archiver

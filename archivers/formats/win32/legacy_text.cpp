@@ -31,4 +31,20 @@ void appendLegacyText(std::string_view bytes, LegacyPage page, std::string& utf8
     for (const char byte : bytes) appendUtf8(static_cast<char32_t>(static_cast<unsigned char>(byte)), utf8);
 }
 
+bool appendLegacyBytes(std::string_view utf8, LegacyPage page, std::string& bytes) {
+    if (utf8.empty()) return true;
+    if (utf8.size() > INT_MAX / 2) return false;
+    const auto size = static_cast<int>(utf8.size());
+    std::wstring wide(utf8.size(), L'\0');
+    const int units = ::MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, utf8.data(), size, wide.data(), size);
+    if (units <= 0) return false;
+    std::string result(static_cast<std::size_t>(units) * 2, '\0');  // no such code page takes more for a unit
+    BOOL inexact = FALSE;
+    const int length = ::WideCharToMultiByte(codePageOf(page), WC_NO_BEST_FIT_CHARS, wide.data(), units, result.data(),
+                                             static_cast<int>(result.size()), nullptr, &inexact);
+    if (length <= 0 || inexact != FALSE) return false;
+    bytes.append(result, 0, static_cast<std::size_t>(length));
+    return true;
+}
+
 }  // namespace archiver

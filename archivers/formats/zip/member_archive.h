@@ -8,12 +8,17 @@
 
 namespace archiver::zip {
 
-/// An archive that holds one member of another one, made while it is read: headers of our own around the packed bytes
-/// where they lie.
+/// An archive that holds one encrypted member of another one, made while it is read: headers of our own around the
+/// packed bytes where they lie.
 ///
-/// The library that unpacks is given this instead of the archive: opening costs the same whether the archive has ten
+/// The library that decrypts is given this instead of the archive: opening costs the same whether the archive has ten
 /// members or a million; another member's odd header does no harm; and what stands in front of or behind the archive
 /// does not matter.
+///
+/// Its headers say "deflated" whatever the member is, for the library is asked for the packed bytes alone: it would
+/// neither look at the authentication code of what it unpacks itself, nor leave out the checksum that AE-2 does not
+/// have. Where it expects the checksum and the time, they hold the byte that proves a password of the traditional
+/// encryption.
 class MemberArchive {
 public:
     /// @param packed  where the member's packed bytes start in `file`; all of them must be there
@@ -27,7 +32,7 @@ public:
 
 private:
     void writeHead(const MemberData& data);
-    void writeTail();
+    void writeTail(std::size_t directorySize);
 
     const InputFile& file_;
     std::uint64_t packed_;

@@ -1,11 +1,10 @@
 #include "archivers/formats/zip/member_fields.h"
 
-#include <string_view>
-
 #include "archivers/formats/little_endian.h"
 #include "archivers/formats/moments.h"
 #include "archivers/formats/zip/extra_fields.h"
 #include "archivers/formats/zip/member_name.h"
+#include "archivers/formats/zip/signatures.h"
 #include "archivers/formats/zip/systems.h"
 
 namespace archiver::zip {
@@ -15,8 +14,9 @@ using little_endian::load16;
 using little_endian::load32;
 using little_endian::load64;
 
-constexpr std::uint16_t kEncryptedFlag = 1 << 0;
-constexpr std::uint16_t kAesMethod = 99;
+constexpr std::uint32_t kModeFormat = 0170000;
+constexpr std::uint32_t kModeFolder = 0040000;
+constexpr std::uint8_t kVolumeLabel = 0x08;  ///< DOS attribute
 
 /// Extra fields of one member; empty where there is none.
 struct ExtraFields {
@@ -47,16 +47,6 @@ ExtraFields findExtraFields(std::string_view extra) {
         }
     });
     return found;
-}
-
-/// Takes the values that have no room in the header. Only those that the header gives as all ones are in the field.
-void applyZip64(std::string_view field, MemberData& data) {
-    for (std::uint64_t* value : {&data.originalSize, &data.packedSize, &data.localOffset}) {
-        if (*value != 0xFFFFFFFF) continue;
-        if (field.size() < 8) return;
-        *value = load64(field.data());
-        field.remove_prefix(8);
-    }
 }
 
 /// The central form of the field holds the time of writing alone, whatever its flags promise; others are taken as far
@@ -90,8 +80,6 @@ void applyNtfs(std::string_view field, Member& member) {
 }
 
 std::uint8_t attributesOf(const CentralHeader& header) {
-    constexpr std::uint32_t kModeFormat = 0170000;
-    constexpr std::uint32_t kModeFolder = 0040000;
     constexpr std::uint32_t kModeOwnerWrites = 0200;
     auto attributes = static_cast<std::uint8_t>(
         header.externalAttributes &
@@ -102,6 +90,28 @@ std::uint8_t attributesOf(const CentralHeader& header) {
         if ((mode & kModeFormat) == kModeFolder) attributes |= attribute::kFolder;
     }
     return attributes;
+}
+
+/// Links keep their target as data; devices, pipes and volume labels have nothing that could be unpacked.
+MemberKind kindOf(const CentralHeader& header, std::uint8_t attributes) {
+    constexpr std::uint32_t kModeFile = 0100000;
+    constexpr std::uint32_t kModeLink = 0120000;
+    if ((attributes & attribute::kFolder) != 0) return MemberKind::kFolder;
+    if (hasUnixMode(header.system())) {
+        const std::uint32_t format = header.externalAttributes >> 16 & kModeFormat;
+        if (format == kModeLink) return MemberKind::kSymbolicLink;
+        if (format != 0 && format != kModeFile) return MemberKind::kSpecial;
+    } else if ((header.externalAttributes & kVolumeLabel) != 0) {
+        return MemberKind::kSpecial;
+    }
+    return MemberKind::kFile;
+}
+
+Encryption encryptionOf(const CentralHeader& header, const std::optional<AesField>& aes) {
+    if ((header.flags & flag::kEncrypted) == 0) return Encryption::kNone;
+    if ((header.flags & (flag::kStrongEncryption | flag::kMaskedHeaders)) != 0) return Encryption::kOther;
+    if (header.method != kAesMethod) return Encryption::kTraditional;
+    return aes ? Encryption::kAes : Encryption::kOther;
 }
 
 /// A name's end and the folder attribute tell the same afterwards.
@@ -133,6 +143,10 @@ const char* methodText(std::uint16_t method) noexcept {
             return "BZip2";
         case 14:
             return "LZMA";
+        case 93:
+            return "Zstd";
+        case 95:
+            return "XZ";
         case 97:
             return "WavPack";
         case 98:
@@ -142,6 +156,32 @@ const char* methodText(std::uint16_t method) noexcept {
     }
 }
 
+void applyZip64(std::string_view field, std::initializer_list<std::uint64_t*> values) noexcept {
+    for (std::uint64_t* value : values) {
+        if (*value != 0xFFFFFFFF) continue;
+        if (field.size() < 8) return;
+        *value = load64(field.data());
+        field.remove_prefix(8);
+    }
+}
+
+std::optional<AesField> parseAesField(std::string_view field) noexcept {
+    constexpr std::uint8_t kStrongest = 3;
+    if (field.size() < 7 || field.substr(2, 2) != "AE") return std::nullopt;
+    const AesField aes{load16(field.data()), static_cast<std::uint8_t>(field[4]), load16(field.data() + 5)};
+    const bool known = (aes.version == 1 || aes.version == 2) && aes.strength >= 1 && aes.strength <= kStrongest;
+    return known ? std::optional(aes) : std::nullopt;
+}
+
+std::uint64_t localOffsetOf(const CentralHeader& header) noexcept {
+    std::uint64_t offset = header.localOffset;
+    if (offset != 0xFFFFFFFF) return offset;
+    std::uint64_t original = header.originalSize;
+    std::uint64_t packed = header.packedSize;
+    applyZip64(findExtraFields(header.extra).zip64, {&original, &packed, &offset});
+    return offset;
+}
+
 void fillMember(const CentralHeader& header, Member& member, MemberData& data) {
     const ExtraFields extra = header.extra.empty() ? ExtraFields() : findExtraFields(header.extra);
 
@@ -149,10 +189,17 @@ void fillMember(const CentralHeader& header, Member& member, MemberData& data) {
             .packedSize = header.packedSize,
             .originalSize = header.originalSize,
             .crc = header.crc,
+            .flags = header.flags,
+            .storedMethod = header.method,
             .method = header.method,
-            .encrypted = (header.flags & kEncryptedFlag) != 0};
-    applyZip64(extra.zip64, data);
-    if (data.method == kAesMethod && extra.aes.size() >= 7) data.method = load16(extra.aes.data() + 5);
+            .dosTime = header.dosTime};
+    applyZip64(extra.zip64, {&data.originalSize, &data.packedSize, &data.localOffset});
+    const std::optional<AesField> aes = parseAesField(extra.aes);
+    data.encryption = encryptionOf(header, aes);
+    if (header.method == kAesMethod && aes) {
+        data.method = aes->method;
+        data.aes = *aes;
+    }
 
     decodeMemberName(header, extra.unicodePath, member.name);
     member.originalSize = data.originalSize;
@@ -163,13 +210,15 @@ void fillMember(const CentralHeader& header, Member& member, MemberData& data) {
     member.dosTime = header.dosTime;
     member.attributes = attributesOf(header);
     member.method = methodText(data.method);
-    member.encrypted = data.encrypted;
+    member.encrypted = (header.flags & flag::kEncrypted) != 0;
     member.written.reset();
     member.created.reset();
     member.accessed.reset();
     applyTimestamp(extra.timestamp, member);
     applyNtfs(extra.ntfs, member);
     settleFolder(member);
+    member.kind = kindOf(header, member.attributes);
+    member.linkTarget.clear();
 }
 
 }  // namespace archiver::zip

@@ -7,12 +7,11 @@
 #include "archivers/formats/legacy_text.h"
 #include "archivers/formats/little_endian.h"
 #include "archivers/formats/utf8.h"
+#include "archivers/formats/zip/signatures.h"
 #include "archivers/formats/zip/systems.h"
 
 namespace archiver::zip {
 namespace {
-
-constexpr std::uint16_t kUtf8Flag = 1 << 11;
 
 /// The name in a Unicode Path field; empty when it belongs to another name: a program that does not know the field
 /// renamed the member.
@@ -28,7 +27,7 @@ std::string_view unicodeNameFor(std::string_view storedName, std::string_view fi
 }  // namespace
 
 void decodeMemberName(const CentralHeader& header, std::string_view unicodePath, std::string& name) {
-    const bool saysUtf8 = (header.flags & kUtf8Flag) != 0 && isUtf8(header.name);
+    const bool saysUtf8 = (header.flags & flag::kUtf8) != 0 && isUtf8(header.name);
     const std::string_view unicodeName = saysUtf8 ? std::string_view() : unicodeNameFor(header.name, unicodePath);
     if (!unicodeName.empty()) {
         name.assign(unicodeName);

@@ -1,10 +1,13 @@
 #include "archivers/formats/zip/zip_reader.h"
 
 #include <array>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "archivers/formats/zip/central_directory.h"
+#include "archivers/formats/zip/decryption.h"
 #include "archivers/formats/zip/end_record.h"
 #include "archivers/formats/zip/member_fields.h"
 #include "archivers/formats/zip/systems.h"
@@ -34,10 +37,26 @@ std::uint32_t systemOfFirst(const InputFile& file, const zip::DirectoryPlace& pl
     return zip::osTypeOf(static_cast<unsigned char>(system[0]));
 }
 
+/// The forms of a password, which those who read with it hold on to when the reader is given another one.
+using Passwords = std::shared_ptr<const std::vector<std::string>>;
+
+class DetachedMember final : public DetachedData {
+public:
+    DetachedMember(zip::Unpacker& unpacker, zip::PackedMember member, Passwords passwords)
+        : unpacker_(unpacker), member_(std::move(member)), passwords_(std::move(passwords)) {}
+
+    ReturnCode read(const DataSink& sink) override { return unpacker_.unpack(member_, *passwords_, sink); }
+
+private:
+    zip::Unpacker& unpacker_;
+    zip::PackedMember member_;
+    Passwords passwords_;
+};
+
 class ZipReader final : public ArchiveReader {
 public:
     ZipReader(std::unique_ptr<InputFile> file, const zip::DirectoryPlace& place)
-        : file_(std::move(file)), shift_(place.shift), directory_(*file_, place) {
+        : file_(std::move(file)), directory_(*file_, place), unpacker_(*file_, place) {
         facts_.fileSize = file_->size();
         facts_.selfExtracting = isProgram(*file_);
         facts_.osType = systemOfFirst(*file_, place);
@@ -51,29 +70,48 @@ public:
         zip::CentralHeader header;
         ended_ = directory_.next(header);
         if (ended_ != kOk) return ended_;
-        zip::fillMember(header, member, data_);
+        zip::fillMember(header, member, current_.data);
+        current_.storedName.assign(header.name);
+        current_.system = header.system();
         readable_ = true;
         return kOk;
     }
 
     ReturnCode restart() override {
         directory_.restart();
+        unpacker_.forgetConsumed();
         ended_ = kOk;
         readable_ = false;
         return kOk;
     }
 
-    ReturnCode read(const DataSink& sink) override {
-        if (!std::exchange(readable_, false)) return kNotSearchMode;
-        return zip::unpackMember(*file_, data_.localOffset + shift_, data_, sink);
+    void setPassword(std::string_view utf8) override {
+        passwords_ = std::make_shared<const std::vector<std::string>>(zip::passwordForms(utf8));
     }
+
+    ReturnCode read(const DataSink& sink) override {
+        // An encrypted one may be read again, with another password.
+        const bool again = current_.data.encryption != zip::Encryption::kNone;
+        if (!std::exchange(readable_, readable_ && again)) return kNotSearchMode;
+        if (const ReturnCode code = unpacker_.prepare(); code != kOk) return code;
+        return unpacker_.unpack(current_, *passwords_, sink);
+    }
+
+    /// Null also when the archive cannot be looked over; `read` tells why.
+    std::unique_ptr<DetachedData> detach() override {
+        if (!readable_ || unpacker_.prepare() != kOk) return nullptr;
+        return std::make_unique<DetachedMember>(unpacker_, current_, passwords_);
+    }
+
+    [[nodiscard]] std::uint64_t consumed() const override { return unpacker_.consumed(); }
 
 private:
     std::unique_ptr<InputFile> file_;
-    std::uint64_t shift_;
     zip::CentralDirectory directory_;
+    zip::Unpacker unpacker_;
     ArchiveFacts facts_;
-    zip::MemberData data_;
+    zip::PackedMember current_;
+    Passwords passwords_ = std::make_shared<const std::vector<std::string>>();
     ReturnCode ended_ = kOk;  ///< what ended the walk; kOk while it goes on
     bool readable_ = false;   ///< a member is current and was not read yet
 };

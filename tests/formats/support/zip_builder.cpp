@@ -38,21 +38,31 @@ std::string ZipBuilder::build() const {
     const std::uint64_t base = start_ + (adjustOffsets_ ? prefix_.size() : 0);
     std::string locals, directory;
     for (const BuiltMember& member : members_) {
-        const std::uint64_t offset = base + locals.size();
-        const std::uint32_t crc = crcOf(member.content);
-        const std::string size = number32(member.content.size());
-        locals += std::string("PK\x03\x04") + number16(20) + number16(member.flags) + number16(member.method) +
-                  number16(member.dosTime) + number16(member.dosDate) + number32(crc) + size + size +
-                  number16(member.name.size()) + number16(0) + member.name + member.content;
-
-        std::string zip64;
-        if (member.sizesInZip64) zip64 += number64(member.content.size()) + number64(member.content.size());
-        if (member.offsetInZip64) zip64 += number64(offset);
+        const std::uint64_t offset = member.offset.value_or(base + locals.size());
+        const std::uint32_t crc = member.crc.value_or(crcOf(member.content));
+        const std::uint64_t originalSize = member.originalSize.value_or(member.content.size());
+        const std::string shownPacked = number32(member.sizesInZip64 ? kAllOnes : member.content.size());
+        const std::string shownOriginal = number32(member.sizesInZip64 ? kAllOnes : originalSize);
+        const std::string sizes64 =
+            member.sizesInZip64 ? number64(originalSize) + number64(member.content.size()) : std::string();
+        if (!member.offset) {
+            const BuiltMember::Local& local = member.local;
+            const std::string name = local.name.value_or(member.name);
+            const std::string extra = (sizes64.empty() ? "" : field(0x0001, sizes64)) + local.extra;
+            const auto number32Or = [](const std::optional<std::uint32_t>& value, const std::string& otherwise) {
+                return value ? number32(*value) : otherwise;
+            };
+            locals += std::string("PK\x03\x04") + number16(20) + number16(local.flags.value_or(member.flags)) +
+                      number16(local.method.value_or(member.method)) + number16(member.dosTime) +
+                      number16(member.dosDate) + number32(local.crc.value_or(crc)) +
+                      number32Or(local.packedSize, shownPacked) + number32Or(local.originalSize, shownOriginal) +
+                      number16(name.size()) + number16(extra.size()) + name + extra + member.content;
+        }
+        const std::string zip64 = sizes64 + (member.offsetInZip64 ? number64(offset) : std::string());
         const std::string extra = (zip64.empty() ? "" : field(0x0001, zip64)) + member.extra;
-        const std::string shownSize = member.sizesInZip64 ? number32(kAllOnes) : size;
         directory += std::string("PK\x01\x02") + number16(member.madeBy) + number16(20) + number16(member.flags) +
                      number16(member.method) + number16(member.dosTime) + number16(member.dosDate) + number32(crc) +
-                     shownSize + shownSize + number16(member.name.size()) + number16(extra.size()) +
+                     shownPacked + shownOriginal + number16(member.name.size()) + number16(extra.size()) +
                      number16(member.comment.size()) + number16(0) + number16(0) + number32(member.externalAttributes) +
                      number32(member.offsetInZip64 ? kAllOnes : offset) + member.name + extra + member.comment;
     }
@@ -72,6 +82,17 @@ std::string ZipBuilder::build() const {
 
 std::string ZipBuilder::field(std::uint16_t id, std::string_view data) {
     return number16(id) + number16(data.size()) + std::string(data);
+}
+
+std::string ZipBuilder::deflateStored(std::string_view bytes) {
+    std::string packed;
+    do {
+        const std::string_view block = bytes.substr(0, 0xFFFF);
+        bytes.remove_prefix(block.size());
+        packed += (bytes.empty() ? '\x01' : '\x00') + number16(block.size()) + number16(block.size() ^ 0xFFFF);
+        packed += block;
+    } while (!bytes.empty());
+    return packed;
 }
 
 std::uint32_t ZipBuilder::crcOf(std::string_view bytes) {

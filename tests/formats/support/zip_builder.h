@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,7 +10,7 @@ namespace archiver::test {
 /// A member as its headers are to be written, byte by byte; what is not given is as in a plain stored member.
 struct BuiltMember {
     std::string name = {};
-    std::string content = {};  ///< stored as it is
+    std::string content = {};  ///< the packed bytes, as they are
     std::uint16_t madeBy = 0x031E;
     std::uint16_t flags = 0;
     std::uint16_t method = 0;
@@ -20,6 +21,17 @@ struct BuiltMember {
     std::string comment = {};  ///< of the directory's header
     bool sizesInZip64 = false;
     bool offsetInZip64 = false;
+    std::optional<std::uint64_t> originalSize = {};  ///< instead of the content's
+    std::optional<std::uint32_t> crc = {};           ///< likewise
+    /// Where the directory says that the member is; it has no local header and no content then.
+    std::optional<std::uint64_t> offset = {};
+    /// What the local header says otherwise than the directory.
+    struct Local {
+        std::optional<std::string> name = {};
+        std::string extra = {};
+        std::optional<std::uint16_t> flags = {}, method = {};
+        std::optional<std::uint32_t> crc = {}, packedSize = {}, originalSize = {};
+    } local = {};
 };
 
 /// Builds ZIP archives that other programs do not write.
@@ -41,6 +53,8 @@ public:
     static std::string number16(std::uint64_t value) { return number(value, 2); }
     static std::string number32(std::uint64_t value) { return number(value, 4); }
     static std::string number64(std::uint64_t value) { return number(value, 8); }
+    /// Deflate data that holds the bytes as they are: stored blocks. Source: RFC 1951, 3.2.4
+    static std::string deflateStored(std::string_view bytes);
     /// CRC-32 of ZIP, one bit at a time.
     static std::uint32_t crcOf(std::string_view bytes);
 

@@ -53,8 +53,15 @@ TEST(RarFixtures, OfTheOldLayoutHaveTheirFields) {
     EXPECT_EQ(member.dosDate, 31 << 9 | 6 << 5 | 26);
     EXPECT_EQ(member.dosTime, 14 << 11 | 53 << 5 | 23);
     EXPECT_EQ(member.written.value().seconds, 1309100026 - 9 * 3600);
-    EXPECT_EQ(listing.members[1].originalSize, 0U) << "a link";
+    EXPECT_EQ(listing.members[0].kind, MemberKind::kFile);
+    EXPECT_EQ(listing.members[1].kind, MemberKind::kSymbolicLink);
+    EXPECT_EQ(listing.members[1].linkTarget, "");
+    EXPECT_EQ(listing.members[1].originalSize, 8U);
+    EXPECT_EQ(listing.members[3].kind, MemberKind::kFolder);
     EXPECT_EQ(listing.members[3].attributes, attribute::kFolder);
+    const Unpacked target = unpack(*openRar(dataFile("rar/rar.rar")).reader, "testlink");
+    EXPECT_EQ(target.code, kOk);
+    EXPECT_EQ(target.bytes, "test.txt");
 }
 
 TEST(RarFixtures, OfTheNewLayoutHaveTheirFields) {
@@ -90,7 +97,8 @@ TEST(RarFixtures, HaveServiceBlocksThatAreNoMembers) {
 }
 
 TEST(RarFixtures, HaveLinksWithoutBytes) {
-    for (const char* name : {"rar/rar5_symlink.rar", "rar/rar5_hardlink.rar"}) {
+    for (const auto& [name, kind] : {std::pair{"rar/rar5_symlink.rar", MemberKind::kSymbolicLink},
+                                     {"rar/rar5_hardlink.rar", MemberKind::kHardLink}}) {
         const OpenResult opened = openRar(dataFile(name));
         ASSERT_TRUE(opened.reader);
         Member member;
@@ -99,6 +107,8 @@ TEST(RarFixtures, HaveLinksWithoutBytes) {
         EXPECT_EQ(unpack(*opened.reader).bytes.size(), 5U);
         ASSERT_EQ(opened.reader->next(member), kOk);
         EXPECT_EQ(member.originalSize, 0U);
+        EXPECT_EQ(member.kind, kind);
+        EXPECT_EQ(member.linkTarget, "file.txt");
         const Unpacked link = unpack(*opened.reader);
         EXPECT_EQ(link.code, kOk);
         EXPECT_EQ(link.bytes, "");

@@ -66,13 +66,11 @@ TEST(RarRead, RefusesWhatItCannotUnpack) {
         EXPECT_EQ(old({.name = "a", .content = "abc", .version = version}).code, kOk) << "stored";
     }
     EXPECT_EQ(old({.name = "a", .content = "abc", .method = 0x36}).code, kMethod);
-    EXPECT_EQ(old({.name = "a", .content = "abc", .flags = 0x10, .method = 0x33}).code, kMethod) << "solid";
     EXPECT_EQ(old({.name = "a", .content = "abc", .flags = 0x10}).code, kOk) << "solid, but stored";
     EXPECT_EQ(latest({.name = "a", .content = "abc", .compression = 6 << 7}).code, kMethod);
     EXPECT_EQ(latest({.name = "a", .content = "abc", .compression = 1 << 7 | 1}).code, kMethod) << "version";
     EXPECT_EQ(latest({.name = "a", .content = "abc", .compression = 1 << 7 | 10 << 10}).code, kMethod) << "dictionary";
     EXPECT_EQ(latest({.name = "a", .content = "abc", .flags = 8}).code, kMethod) << "unknown size";
-    EXPECT_EQ(latest({.name = "a", .content = "abc", .extra = newRarRecord(5, rarNumber(5))}).code, kMethod) << "copy";
 }
 
 TEST(RarRead, RefusesEncryptedMembers) {

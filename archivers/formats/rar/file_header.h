@@ -11,6 +11,9 @@ namespace archiver::rar {
 /// The two layouts of the format: that of RAR 1.5 to 4 and that of RAR 5.
 enum class Generation : std::uint8_t { kOld, kNew };
 
+/// The method of files that are not packed.
+inline constexpr std::uint8_t kStored = 0;
+
 /// What a header tells of a file, or of one part of it when it is split over volumes.
 struct FileHeader {
     std::string name;  ///< UTF-8, with the separators as stored
@@ -20,8 +23,9 @@ struct FileHeader {
     bool hasCrc = false;
     bool sizeKnown = true;
     bool folder = false;
-    bool link = false;  ///< a symbolic or hard link or a junction
-    bool copy = false;  ///< the bytes are those of another member
+    MemberKind kind = MemberKind::kFile;
+    std::string linkTarget;   ///< UTF-8, with the separators as stored; empty when it is the file's bytes
+    bool redirected = false;  ///< it has no bytes of its own: it is a link, or a copy of another member
     bool encrypted = false;
     bool solid = false;  ///< packed with the dictionary of the files before
     bool splitBefore = false;

@@ -72,13 +72,16 @@ private:
     bool good_ = true;
 };
 
-std::string nameOf(std::string_view stored) {
+std::string textOf(std::string_view stored) {
     const std::string_view bytes = stored.substr(0, stored.find('\0'));
-    std::string name;
-    if (isUtf8(bytes))
-        name = bytes;
-    else
-        appendLegacyText(bytes, LegacyPage::kAnsi, name);
+    if (isUtf8(bytes)) return std::string(bytes);
+    std::string text;
+    appendLegacyText(bytes, LegacyPage::kAnsi, text);
+    return text;
+}
+
+std::string nameOf(std::string_view stored) {
+    std::string name = textOf(stored);
     // Folders are parted by "/" alone here; where "\" parts them as well it must not make a folder of its own.
     std::replace(name.begin(), name.end(), '\\', '_');
     return name;
@@ -109,11 +112,17 @@ void readHash(Fields fields, FileHeader& file) {
 }
 
 void readRedirection(Fields fields, FileHeader& file) {
-    constexpr std::uint64_t kFileCopy = 5;
-    if (fields.number() == kFileCopy)
-        file.copy = true;
-    else
-        file.link = true;
+    // 1 to 3 are the symbolic links of UNIX and of Windows, and junctions; 5 is a copy, which another name of the same
+    // bytes comes nearest to.
+    constexpr std::uint64_t kHardLink = 4;
+    const std::uint64_t type = fields.number();
+    fields.number();
+    const std::string_view target = fields.text(fields.number());
+    file.redirected = true;
+    file.folder = false;
+    file.kind = type < kHardLink ? MemberKind::kSymbolicLink : MemberKind::kHardLink;
+    // Other members are told by their names, which are read in one way only.
+    file.linkTarget = type < kHardLink ? textOf(target) : nameOf(target);
 }
 
 ReturnCode readExtra(std::string_view extra, FileHeader& file) {
@@ -142,7 +151,10 @@ ReturnCode readExtra(std::string_view extra, FileHeader& file) {
 
 void readAttributes(std::uint64_t hostSystem, std::uint64_t stored, FileHeader& file) {
     constexpr std::uint64_t kOwnerWrites = 0200;
-    if (file.folder) file.attributes = attribute::kFolder;
+    if (file.folder) {
+        file.attributes = attribute::kFolder;
+        file.kind = MemberKind::kFolder;
+    }
     if (hostSystem == 0) {
         file.osType = os_type::kWindowsNtfs;
         file.attributes |= static_cast<std::uint8_t>(

@@ -80,12 +80,15 @@ void readAttributes(std::uint8_t hostSystem, std::uint32_t stored, FileHeader& f
     constexpr std::uint32_t kKind = 0170000;
     constexpr std::uint32_t kLink = 0120000;
     constexpr std::uint32_t kOwnerWrites = 0200;
-    if (file.folder) file.attributes = attribute::kFolder;
+    if (file.folder) {
+        file.attributes = attribute::kFolder;
+        file.kind = MemberKind::kFolder;
+    }
     if (hostSystem <= host::kWindows) {
         file.attributes |= static_cast<std::uint8_t>(
             stored & (attribute::kReadOnly | attribute::kHidden | attribute::kSystem | attribute::kArchive));
     } else if (hostSystem == host::kUnix) {
-        file.link = (stored & kKind) == kLink;
+        if ((stored & kKind) == kLink && !file.folder) file.kind = MemberKind::kSymbolicLink;
         if ((stored & kOwnerWrites) == 0) file.attributes |= attribute::kReadOnly;
     }
 }

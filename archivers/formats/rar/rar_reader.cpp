@@ -3,15 +3,14 @@
 #include <optional>
 #include <utility>
 
-#include "archivers/formats/rar/decoder.h"
 #include "archivers/formats/rar/header_walk.h"
-#include "archivers/formats/rar/plain_stream.h"
+#include "archivers/formats/rar/new_decoder.h"
+#include "archivers/formats/rar/old_decoder.h"
 
 namespace archiver {
 namespace rar {
 namespace {
 
-constexpr std::uint8_t kStored = 0;
 constexpr std::uint8_t kLastMethod = 5;
 
 const char* methodText(std::uint8_t method) noexcept {
@@ -19,19 +18,27 @@ const char* methodText(std::uint8_t method) noexcept {
     return method <= kLastMethod ? kTexts[method] : "unknown";
 }
 
+/// A link of the old layout has its target as bytes.
 bool hasBytes(const FileHeader& header) noexcept {
-    return !header.folder && !header.link && !header.copy && (header.originalSize > 0 || !header.sizeKnown);
+    return !header.folder && !header.redirected && (header.originalSize > 0 || !header.sizeKnown);
 }
 
 bool isPacked(const FileHeader& header) noexcept { return hasBytes(header) && header.method != kStored; }
 
+/// Whether a file's place among those that share a dictionary counts.
+bool isOfGroup(const FileHeader& header) noexcept {
+    return !header.folder && !header.redirected && header.method != kStored;
+}
+
 /// Whether the bytes can be unpacked at all.
 bool isSupported(Generation generation, const FileHeader& header) noexcept {
     constexpr std::uint8_t kFirstOldVersion = 29;
+    constexpr std::uint8_t kBehindOldVersions = 50;
     constexpr std::uint8_t kLargestDictionary = 9;  // 64 MiB
     if (header.method > kLastMethod || !header.sizeKnown) return false;
     if (header.method == kStored) return true;
-    if (generation == Generation::kOld) return header.version >= kFirstOldVersion && !header.solid;
+    if (generation == Generation::kOld)
+        return header.version >= kFirstOldVersion && header.version < kBehindOldVersions;
     return header.version == 0 && header.dictionary <= kLargestDictionary;
 }
 
@@ -40,7 +47,7 @@ struct Group {
     Place begin;
     std::uint64_t count = 0;  ///< files with packed bytes, up to the current one
     ReturnCode broken = kOk;  ///< what keeps the rest from being unpacked
-    std::unique_ptr<Decoder> decoder;
+    std::unique_ptr<GroupDecoder> decoder;
 };
 
 class RarReader final : public ArchiveReader {
@@ -54,6 +61,7 @@ public:
     ReturnCode next(Member& member) override;
     ReturnCode restart() override;
     ReturnCode read(const DataSink& sink) override;
+    [[nodiscard]] std::uint64_t consumed() const override { return volumes_->read(); }
 
 private:
     void fill(Member& member);
@@ -61,7 +69,8 @@ private:
     [[nodiscard]] ReturnCode whyNotReadable() const noexcept;
     ReturnCode readAlone(const DataSink& sink);
     ReturnCode readInGroup(const DataSink& sink);
-    [[nodiscard]] std::unique_ptr<Decoder> decoderOfGroup();
+    [[nodiscard]] std::unique_ptr<GroupDecoder> decoderOf(bool solid, FileSource files);
+    [[nodiscard]] FileSource filesOfGroup();
 
     std::unique_ptr<VolumeSet> volumes_;
     HeaderWalk walk_;
@@ -75,6 +84,7 @@ ReturnCode RarReader::next(Member& member) {
     readable_ = false;
     if (const ReturnCode code = walk_.next(file_); code != kOk) return code;
     readable_ = true;
+    volumes_->markRead(file_.place.volume, file_.place.offset);
     enterGroup();
     fill(member);
     return kOk;
@@ -84,12 +94,13 @@ ReturnCode RarReader::restart() {
     readable_ = false;
     group_ = {};
     walk_.rewind();
+    volumes_->markRead(0, 0);
     return kOk;
 }
 
 void RarReader::enterGroup() {
     const FileHeader& header = file_.header;
-    if (header.folder || header.link || header.copy || header.method == kStored) return;
+    if (!isOfGroup(header)) return;
     if (!header.solid) {
         group_ = {};
         group_.begin = file_.place;
@@ -99,10 +110,12 @@ void RarReader::enterGroup() {
     if (!isPacked(header)) return;
     ++group_.count;
     if (group_.broken != kOk) return;
-    if (header.encrypted)
-        group_.broken = kPasswordFile;
-    else
+    if (file_.state != kOk)
         group_.broken = file_.state;
+    else if (header.encrypted)
+        group_.broken = kPasswordFile;
+    else if (!isSupported(volumes_->generation(), header))
+        group_.broken = kMethod;
 }
 
 void RarReader::fill(Member& member) {
@@ -110,7 +123,7 @@ void RarReader::fill(Member& member) {
     const char separator = volumes_->generation() == Generation::kOld ? '\\' : '/';
     member.name = header.name.empty() ? "_" : header.name;
     if (header.folder && member.name.back() != separator) member.name += separator;
-    const bool counts = hasBytes(header) || header.copy;
+    const bool counts = hasBytes(header);
     member.originalSize = counts ? header.originalSize : 0;
     member.packedSize = counts ? header.packedSize : 0;
     member.crc = counts && header.hasCrc ? header.crc : 0;
@@ -118,6 +131,8 @@ void RarReader::fill(Member& member) {
     member.attributes = header.attributes;
     member.method = methodText(header.method);
     member.encrypted = header.encrypted;
+    member.kind = header.kind;
+    member.linkTarget = header.linkTarget;
     member.dosDate = header.stamp.date;
     member.dosTime = header.stamp.time;
     member.written = header.written;
@@ -128,52 +143,54 @@ void RarReader::fill(Member& member) {
 ReturnCode RarReader::whyNotReadable() const noexcept {
     if (file_.state != kOk) return file_.state;
     if (file_.header.encrypted) return kPasswordFile;
-    if (file_.header.copy || !isSupported(volumes_->generation(), file_.header)) return kMethod;
+    if (!isSupported(volumes_->generation(), file_.header)) return kMethod;
     return kOk;
 }
 
 ReturnCode RarReader::read(const DataSink& sink) {
     if (!std::exchange(readable_, false)) return kNotSearchMode;
-    if (file_.header.folder || file_.header.link) return kOk;
+    if (file_.header.folder || file_.header.redirected) return kOk;
     if (const ReturnCode code = whyNotReadable(); code != kOk) return code;
     if (!hasBytes(file_.header)) return file_.header.crc == 0 ? kOk : kFileCrc;
-    const bool alone = volumes_->generation() == Generation::kOld || file_.header.method == kStored;
-    return alone ? readAlone(sink) : readInGroup(sink);
+    return file_.header.method == kStored ? readAlone(sink) : readInGroup(sink);
+}
+
+std::unique_ptr<GroupDecoder> RarReader::decoderOf(bool solid, FileSource files) {
+    if (volumes_->generation() == Generation::kOld) return std::make_unique<OldDecoder>(*volumes_, std::move(files));
+    return std::make_unique<NewDecoder>(*volumes_, solid, std::move(files));
 }
 
 ReturnCode RarReader::readAlone(const DataSink& sink) {
-    const auto once = [this, given = false](PackedFile& file) mutable {
+    const std::unique_ptr<GroupDecoder> decoder = decoderOf(false, [this, given = false](PackedFile& file) mutable {
         if (std::exchange(given, true)) return false;
         file = file_;
         return true;
-    };
-    Decoder decoder(std::make_unique<PlainStream>(*volumes_, false, once), volumes_->generation());
-    const ReturnCode code = decoder.next();
-    return code == kOk ? decoder.read(file_.header, sink) : code;
+    });
+    const ReturnCode code = decoder->next(sink);
+    return code == kOk ? decoder->read(file_.header, sink) : code;
 }
 
-/// The files of a group come from a walk of their own, for the decoder reads ahead.
-std::unique_ptr<Decoder> RarReader::decoderOfGroup() {
+/// The files of a group come from a walk of their own, for a decoder may read ahead.
+FileSource RarReader::filesOfGroup() {
     auto walk = std::make_shared<HeaderWalk>(*volumes_);
     walk->goTo(group_.begin);
-    const auto files = [walk, begin = group_.begin](PackedFile& file) {
+    return [walk, begin = group_.begin](PackedFile& file) {
         while (walk->next(file) == kOk) {
             const FileHeader& header = file.header;
-            if (header.folder || header.link || header.copy || header.method == kStored) continue;
+            if (!isOfGroup(header)) continue;
             if (!header.solid && file.place != begin) return false;  // the next group
             if (!isPacked(header)) continue;
             return !header.encrypted && file.state == kOk;
         }
         return false;
     };
-    return std::make_unique<Decoder>(std::make_unique<PlainStream>(*volumes_, true, files), volumes_->generation());
 }
 
 ReturnCode RarReader::readInGroup(const DataSink& sink) {
     if (group_.broken != kOk) return group_.broken;
-    if (group_.decoder == nullptr) group_.decoder = decoderOfGroup();
+    if (group_.decoder == nullptr) group_.decoder = decoderOf(true, filesOfGroup());
     ReturnCode code = kOk;
-    while (code == kOk && group_.decoder->count() < group_.count) code = group_.decoder->next();
+    while (code == kOk && group_.decoder->count() < group_.count) code = group_.decoder->next(sink);
     if (code == kOk) code = group_.decoder->read(file_.header, sink);
     // Once a file went wrong, those behind it have no dictionary.
     if (code != kOk && code != kUserCancel) {

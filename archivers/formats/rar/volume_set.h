@@ -32,6 +32,12 @@ public:
     /// @return kOk; kArcFileOpen when it is not there, may not be read or is no volume of this archive
     ReturnCode open(std::size_t index, Volume& volume);
 
+    /// Takes note of how far a volume was read.
+    void markRead(std::size_t index, std::uint64_t offset) noexcept { read_ = index == 0 ? offset : firstSize(); }
+
+    /// Bytes of the first volume that were read, for a progress; how many others there are is not known.
+    [[nodiscard]] std::uint64_t read() const noexcept { return read_; }
+
 private:
     [[nodiscard]] bool isVolume(const InputFile& file, std::size_t index, Volume& volume) const;
 
@@ -41,6 +47,7 @@ private:
     Block main_;
     Volume latest_;
     std::size_t latestIndex_ = 0;
+    std::uint64_t read_ = 0;
 };
 
 }  // namespace archiver::rar

@@ -26,13 +26,14 @@ public:
     /// @param messages  outlives this object
     explicit SystemServices(MessageBoxes& messages) : messages_(messages) {}
 
-    [[nodiscard]] DriverServices drivers() { return {libraries_, messages_, parts_.regional}; }
+    [[nodiscard]] DriverServices drivers() { return {libraries_, messages_, parts_.regional, *parts_.files, passwords_}; }
     /// Whether the archives of a kind can be read. Only that kind's library is loaded for the answer.
     [[nodiscard]] bool reads(const KindRow& row) { return !CheckKind(row, drivers(), operations_).empty(); }
 
 private:
     MessageBoxes& messages_;
     SystemParts parts_ = systemParts();
+    NoPasswords passwords_;
     std::unique_ptr<LibraryFolders> folders_ = systemLibraryFolders();
     std::unique_ptr<ModuleLoader> loader_ = systemModuleLoader();
     LibraryFinder finder_{*parts_.paths, *parts_.files, *folders_, parts_.programFolder};

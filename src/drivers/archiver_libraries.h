@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "drivers/ace_library.h"
 #include "drivers/archiver_library.h"
 #include "drivers/driver_description.h"
 #include "drivers/library_finder.h"
@@ -33,11 +34,19 @@ public:
     /// one.
     [[nodiscard]] ArchiverLibrary& getOrMissing(const DriverDescription& description);
 
+    /// The library of ACE archives, which has an interface of its own, likewise.
+    /// @return one whose functions all fail when there is none
+    [[nodiscard]] AceLibrary& getAceOrMissing(const DriverDescription& description);
+
 private:
     struct Loaded {
         std::wstring path;
         std::unique_ptr<ArchiverLibrary> library;
+        std::unique_ptr<AceLibrary> ace;  ///< in its place
     };
+
+    /// @return null when the library is not found or cannot be loaded
+    std::unique_ptr<Module> load(std::wstring_view library, std::wstring& path);
 
     ModuleLoader& loader_;
     const LibraryFinder& finder_;
@@ -45,6 +54,7 @@ private:
     const SystemPaths& system_;
     std::map<std::wstring, Loaded, std::less<>> loaded_;
     std::unique_ptr<ArchiverLibrary> missing_;
+    std::unique_ptr<AceLibrary> missingAce_;
 };
 
 }  // namespace tovar

@@ -10,20 +10,20 @@ namespace tovar {
 /// One extraction, for the driver of the archive's kind.
 struct ExtractRequest {
     WindowHandle owner = nullptr;  ///< of the library's windows
-    std::wstring command;          ///< extractCommand(): the kind's words, blanks and all
-    std::wstring archive;          ///< full path
-    std::wstring folder;           ///< what is unpacked goes below it
+    std::wstring command = {};     ///< extractCommand(): the kind's words, blanks and all
+    std::wstring archive = {};     ///< full path
+    std::wstring folder = {};      ///< what is unpacked goes below it
     /// "*.*", a pattern, one member's path, or "@" and the path of a list file. Goes over as it is: who builds it
     /// quotes it.
-    std::wstring members;
+    std::wstring members = {};
     bool keepExisting = false;  ///< for kinds whose libraries have no command line, where no word can say it
 };
 
 /// What came of it.
 struct ExtractResult {
     std::int32_t code = 0;       ///< the library's; 0 = success
-    std::wstring message;        ///< for the user; empty on success, and where the driver has shown its own
-    std::wstring text;           ///< what the library wrote, also about a failure; line ends as it writes them
+    std::wstring message = {};   ///< for the user; empty on success, and where the driver has shown its own
+    std::wstring text = {};      ///< what the library wrote, also about a failure; line ends as it writes them
     bool cut = false;            ///< the text was longer
     bool nothingChosen = false;  ///< no member is called so
 };
@@ -32,8 +32,8 @@ struct ExtractResult {
 struct ExtractProgress {
     enum class State { Begin, Working, End, Open, Copy };
     State state = State::Working;
-    std::wstring member;
-    std::wstring file;          ///< where it goes
+    std::wstring member = {};
+    std::wstring file = {};     ///< where it goes
     std::uint32_t size = 0;     ///< of the member, bytes; the convention has no more than 32 bits for it
     std::uint32_t written = 0;  ///< bytes
 };

@@ -1,4 +1,5 @@
 #pragma once
+#include "drivers/ace_library.h"
 #include "drivers/archiver_library.h"
 #include "drivers/return_codes.h"
 
@@ -33,6 +34,27 @@ public:
     std::optional<std::uint64_t> originalSize(archiver::ArchiveHandle) override { return std::nullopt; }
     std::optional<std::uint64_t> compressedSize(archiver::ArchiveHandle) override { return std::nullopt; }
     void decodeTo(std::string_view, std::wstring&) const override {}
+
+private:
+    Utf8Codec codec_;
+};
+
+/// The same in place of "UnAce.dll".
+class MissingAceLibrary final : public AceLibrary {
+public:
+    archiver::ArchiveHandle open(std::wstring_view, std::uint32_t, std::int32_t& result) override {
+        result = archiver::ace_abi::result::kOther;
+        return nullptr;
+    }
+    std::int32_t readHeader(archiver::ArchiveHandle, AceMember&) override { return archiver::ace_abi::result::kHandle; }
+    std::int32_t processFile(archiver::ArchiveHandle, std::int32_t, std::wstring_view) override {
+        return archiver::ace_abi::result::kHandle;
+    }
+    std::int32_t setPassword(archiver::ArchiveHandle, std::wstring_view) override {
+        return archiver::ace_abi::result::kHandle;
+    }
+    std::int32_t close(archiver::ArchiveHandle) override { return archiver::ace_abi::result::kHandle; }
+    const TextCodec& codec() override { return codec_; }
 
 private:
     Utf8Codec codec_;

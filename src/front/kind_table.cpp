@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "drivers/un_ace.h"
 #include "drivers/un_arj.h"
 #include "drivers/un_cab.h"
 #include "drivers/un_lha.h"
@@ -18,6 +19,12 @@ template <class Driver>
 std::unique_ptr<ArchiveDriver> make(const DriverServices& services) {
     return std::make_unique<Driver>(services.libraries.getOrMissing(Driver::kDescription), services.messages,
                                     services.regional);
+}
+
+template <>
+std::unique_ptr<ArchiveDriver> make<cUnAce>(const DriverServices& services) {
+    return std::make_unique<cUnAce>(services.libraries.getAceOrMissing(cUnAce::kDescription), services.messages,
+                                    services.regional, services.files, services.passwords);
 }
 
 constexpr std::wstring_view kZipNames[] = {L"ZIP"};
@@ -57,7 +64,7 @@ constexpr KindRow kRows[] = {
      .minimumVersion = 65,
      .creationBit = kind::kCreateCab,
      .makeDriver = &make<cUnCab>},
-    {.bit = kind::kAce, .library = L"UnAce.dll", .extensions = kAceNames},
+    {.bit = kind::kAce, .library = L"UnAce.dll", .extensions = kAceNames, .makeDriver = &make<cUnAce>},
     {.bit = kind::kTar,
      .library = L"Tar32.dll",
      .extensions = kTarNames,

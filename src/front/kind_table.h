@@ -7,7 +7,9 @@
 
 #include "drivers/archive_driver.h"
 #include "drivers/archiver_libraries.h"
+#include "drivers/password_source.h"
 #include "settings/archive_kind.h"
+#include "shell/file_system.h"
 #include "shell/message_boxes.h"
 #include "shell/regional.h"
 
@@ -18,6 +20,8 @@ struct DriverServices {
     ArchiverLibraries& libraries;
     MessageBoxes& messages;
     const RegionalSettings& regional;
+    FileSystem& files;
+    PasswordSource& passwords;
 };
 
 using DriverFactory = std::unique_ptr<ArchiveDriver> (*)(const DriverServices& services);

@@ -248,6 +248,5 @@ TEST_F(UnArj, TellsOfAnArchiveThatCannotBeOpened) {
     EXPECT_EQ(messages.shown[0].title, L"ARJ Message");
 }
 
-
 }  // namespace
 }  // namespace tovar

@@ -34,7 +34,7 @@ TovarPorts Component::ports() {
             .settings = settings_,
             .workFolder = workFolder_,
             .paths = paths_,
-            .drivers = {libraries_, messages_, regional_},
+            .drivers = {libraries_, messages_, regional_, files_, passwords_},
             .pointer = pointer_,
             .pump = pump_,
             .windows = windows_,

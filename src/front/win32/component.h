@@ -51,6 +51,7 @@ private:
     WindowsRegistry registry_;
     SettingsStore settings_{registry_};
     RegionalSettings regional_;
+    NoPasswords passwords_;
     AnsiCodec ansi_;
     std::unique_ptr<ModuleLoader> loader_;
     std::unique_ptr<LibraryFolders> folders_;

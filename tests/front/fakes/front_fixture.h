@@ -55,7 +55,7 @@ protected:
 
     static std::wstring pathOf(const std::wstring& library) { return LR"(C:\Windows\)" + moduleFileName(library); }
 
-    [[nodiscard]] DriverServices services() { return {libraries, messages, regional}; }
+    [[nodiscard]] DriverServices services() { return {libraries, messages, regional, files, passwords}; }
 
     [[nodiscard]] TovarPorts ports() {
         return {.surroundings = surroundings,
@@ -90,6 +90,7 @@ protected:
     FakeAllowMask registry{journal};
     SettingsStore settings{registry};
     RegionalSettings regional;
+    NoPasswords passwords;
     FakeTextCodec ansi;
     NoFolders folders;
     FakeLibraryLoader loader;

@@ -1,0 +1,151 @@
+#include "drivers/ace_extraction.h"
+
+#include "drivers/member_path.h"
+#include "shell/paths.h"
+
+namespace tovar {
+namespace {
+
+namespace abi = archiver::ace_abi;
+namespace code = abi::result;
+
+constexpr unsigned kMostQuestions = 3;
+constexpr std::size_t kNamedFailures = 10;
+constexpr std::wstring_view kWrongPassword = L"Password is not correct ! Try it again.";
+constexpr std::wstring_view kUnknownMethod = L"Unknown compression method !";
+constexpr std::wstring_view kNotUnpacked = L"Can not extract:";
+constexpr std::wstring_view kNewLine = L"\r\n";
+
+bool isSeparator(wchar_t character) { return character == L'\\' || character == L'/'; }
+
+/// A wrong password cannot be told from damage: its data come to a wrong checksum.
+bool refusesPassword(std::int32_t answer) { return answer == code::kNoPassword || answer == code::kCrc; }
+
+std::wstring withSeparator(std::wstring_view folder) {
+    std::wstring path = AddTrailingSeparator(folder);
+    if (!path.empty() && !isSeparator(path.back())) path += L'\\';
+    return path;
+}
+
+}  // namespace
+
+AceExtraction::AceExtraction(const AceExtractOptions& options, const MemberChoice& choice, const AceExtractPorts& ports)
+    : options_(options), choice_(choice), ports_(ports), folder_(withSeparator(trimBlanks(options.folder))) {}
+
+ExtractResult AceExtraction::run() {
+    AceWalk walk(ports_.library, options_.archive, abi::kOpenExtract);
+    if (!walk.isOpen()) {
+        result_.code = walk.code();
+        return std::move(result_);
+    }
+    while (!cancelled_ && walk.next()) {
+        if (choice_.contains(walk.member().name)) member(walk);
+    }
+    result_.nothingChosen = !anyChosen_ && walk.atEnd();
+    if (!cancelled_ && !walk.atEnd() && result_.code == code::kOk) result_.code = walk.code();
+    if (failureCount_ > 0) {
+        std::wstring text(kNotUnpacked);
+        for (const std::wstring& name : failures_) (text += kNewLine) += name;
+        if (failureCount_ > failures_.size()) (text += kNewLine) += L"...";
+        ports_.tell(text);
+    }
+    if (cancelled_) result_.code = code::kUser;
+    return std::move(result_);
+}
+
+void AceExtraction::member(AceWalk& walk) {
+    anyChosen_ = true;
+    const AceMember member = walk.member();
+    if (member.folder() && !options_.keepFolders) return;
+    std::wstring_view name = member.name;
+    while (member.folder() && !name.empty() && isSeparator(name.back())) name.remove_suffix(1);
+    const wchar_t separator = folder_.empty() ? L'\\' : folder_.back();
+    const auto path = safeMemberPath(name, options_.keepFolders, separator);
+    if (!path || (member.flags & abi::kFlagFromPrevious) != 0) return failed(member, code::kOther);
+    const std::wstring file = folder_ + *path;
+    if (member.folder()) {
+        if (!makeFolder(file)) failed(member, code::kWrite);
+        return;
+    }
+    const auto existing = ports_.files.attributes(file);
+    if (existing && options_.keepExisting) {
+        ((result_.text += L"Skipping ") += member.name) += kNewLine;
+        return;
+    }
+    // A folder of that name would have the library put the member into it, by the name that the archive gives.
+    if ((existing && (*existing & attribute::kFolder) != 0) || !makeFolders(file)) return failed(member, code::kWrite);
+    if (!report(ExtractProgress::State::Begin, member, file)) return;
+    const std::int32_t answer = member.encrypted() ? unpackEncrypted(walk, file) : unpack(walk, file);
+    if (answer == code::kOk) {
+        ((result_.text += L"Extracting ") += member.name) += kNewLine;
+        return;
+    }
+    if (!existing) ports_.files.deleteFile(file);  // some libraries leave half a file
+    if (answer == code::kUser) {
+        cancelled_ = true;
+        return;
+    }
+    if (answer == code::kMethod && !toldMethod_) {
+        toldMethod_ = true;
+        ports_.tell(kUnknownMethod);
+    }
+    failed(member, answer);
+}
+
+void AceExtraction::failed(const AceMember& member, std::int32_t answer) {
+    if (result_.code == code::kOk) result_.code = answer;
+    if (++failureCount_ <= kNamedFailures) failures_.push_back(member.name);
+    ((result_.text += L"Not extracted: ") += member.name) += kNewLine;
+}
+
+std::int32_t AceExtraction::unpack(AceWalk& walk, const std::wstring& file) {
+    return walk.process(abi::kExtract, file);
+}
+
+std::int32_t AceExtraction::unpackEncrypted(AceWalk& walk, const std::wstring& file) {
+    if (password_.empty() && !askPassword()) return code::kNoPassword;
+    while (true) {
+        std::int32_t answer = walk.setPassword(password_);
+        if (answer == code::kOk) answer = unpack(walk, file);
+        if (answer == code::kOk) passwordProven_ = true;
+        if (passwordProven_ || !refusesPassword(answer)) return answer;
+        ports_.tell(kWrongPassword);
+        password_.clear();
+        if (!askPassword()) return answer;
+        if (!walk.again()) return walk.code();
+    }
+}
+
+bool AceExtraction::askPassword() {
+    if (noPassword_ || asked_ == kMostQuestions) return false;
+    ++asked_;
+    const auto password = ports_.passwords.ask(options_.owner, options_.archive);
+    noPassword_ = !password || password->empty();
+    if (!noPassword_) password_ = *password;
+    return !noPassword_;
+}
+
+bool AceExtraction::makeFolders(const std::wstring& file) { return makeFolder(ParentPath(file)); }
+
+bool AceExtraction::makeFolder(const std::wstring& folder) {
+    std::wstring path = folder;
+    while (path.size() > 1 && isSeparator(path.back()) && !(path.size() == 3 && path[1] == L':')) path.pop_back();
+    if (path.empty() || path == madeFolder_) return true;
+    const auto existing = ports_.files.attributes(path);
+    bool there = existing && (*existing & attribute::kFolder) != 0;
+    if (!existing) {
+        const std::wstring parent = ParentPath(path);
+        if (parent != path && !makeFolder(parent)) return false;
+        there = ports_.files.createFolder(path) == 0;
+    }
+    if (there) madeFolder_ = path;
+    return there;
+}
+
+bool AceExtraction::report(ExtractProgress::State state, const AceMember& member, const std::wstring& file) {
+    if (!ports_.progress) return true;
+    cancelled_ = !ports_.progress({.state = state, .member = member.name, .file = file, .size = member.original});
+    return !cancelled_;
+}
+
+}  // namespace tovar

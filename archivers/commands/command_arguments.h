@@ -13,9 +13,9 @@ namespace archiver {
 
 /// What the languages have in different ways behind their switches.
 struct ArgumentRules {
-    PatternRules patterns;
-    std::string_view extension;  ///< of an archive named without one, such as ".zip"; empty = none is added
-    char listMark = '@';         ///< in front of a response file; 0 = there are none
+    PatternRules patterns{};
+    std::string_view extension{};  ///< of an archive named without one, such as ".zip"; empty = none is added
+    char listMark = '@';           ///< in front of a response file; 0 = there are none
 };
 
 /// Member names, given one by one and in response files.

@@ -74,11 +74,12 @@ std::string_view lastPart(std::string_view utf8Name) noexcept {
 
 std::uint32_t perMille(std::uint64_t part, std::uint64_t whole) noexcept {
     constexpr std::uint64_t highest = 9999;
+    if (whole == 0) return 0;
     while (part > UINT64_MAX / 1000) {  // claims of exabytes: the lowest bits do not show
         part >>= 1;
         whole >>= 1;
     }
-    return static_cast<std::uint32_t>(whole == 0 ? 0 : std::min(part * 1000 / whole, highest));
+    return static_cast<std::uint32_t>(whole == 0 ? highest : std::min(part * 1000 / whole, highest));
 }
 
 }  // namespace archiver

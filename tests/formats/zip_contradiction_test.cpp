@@ -165,6 +165,7 @@ TEST(ZipOverlap, BombUnpacksToNoMoreThanItsBytesAllow) {
     // Two hundred headers in front of one kernel of packed bytes. Each member is a deflate stream of stored blocks that
     // quote the headers behind it, and ends with the kernel.
     constexpr int kMembers = 200;
+    const auto nameOf = [](int index) { return std::to_string(10000 + index); };
     const std::string kernel = ZipBuilder::deflateStored(std::string(5000, 'k'));
     std::vector<std::string> locals(kMembers);
     std::string tail = kernel;
@@ -183,7 +184,7 @@ TEST(ZipOverlap, BombUnpacksToNoMoreThanItsBytesAllow) {
         sizes[at] = tail.size();
         originals[at] = original.size();
         crcs[at] = ZipBuilder::crcOf(original);
-        const BuiltMember member{.name = "m" + std::to_string(1000 + index),
+        const BuiltMember member{.name = nameOf(index),
                                  .content = tail,
                                  .method = 8,
                                  .originalSize = originals[at],
@@ -196,7 +197,7 @@ TEST(ZipOverlap, BombUnpacksToNoMoreThanItsBytesAllow) {
     std::uint64_t offset = 0;
     for (int index = 0; index < kMembers; ++index) {
         const auto at = static_cast<std::size_t>(index);
-        builder.add({.name = "m" + std::to_string(1000 + index),
+        builder.add({.name = nameOf(index),
                      .content = all.substr(all.size() - sizes[at]),
                      .method = 8,
                      .originalSize = originals[at],

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <thread>
 
 #include "unpacking_target/support/scratch.h"
@@ -16,6 +18,12 @@ using test::Scratch;
 using test::writeFile;
 
 using Names = std::vector<std::string>;
+
+std::string joined(std::initializer_list<std::string_view> pieces) {
+    std::string text;
+    for (const std::string_view piece : pieces) text.append(piece);
+    return text;
+}
 
 class TargetFolders : public testing::Test {
 protected:
@@ -98,17 +106,17 @@ TEST_F(TargetFolders, DoNotLeaveTheTarget) {
 TEST_F(TargetFolders, AreManyAndDeep) {
     // More than are kept open or remembered, and each visited again after the others.
     std::string deep;
-    for (int level = 0; level < 60; ++level) deep += (level == 0 ? "" : "/") + std::to_string(level);
+    for (int level = 0; level < 60; ++level) deep.append(level == 0 ? "" : "/").append(std::to_string(level));
     bool made = false;
     ASSERT_EQ(target->makeFolder(deep, made), kOk);
     for (int round = 0; round < 2; ++round) {
         for (int folder = 0; folder < 100; ++folder) {
-            const std::string name = "f" + std::to_string(folder) + "/g";
+            const std::string name = joined({"f", std::to_string(folder), "/g"});
             ASSERT_EQ(target->makeFolder(name, made), kOk);
             EXPECT_EQ(made, round == 0);
-            ASSERT_EQ(writeFile(*target, name + "/" + std::to_string(round), name), kOk);
+            ASSERT_EQ(writeFile(*target, joined({name, "/", std::to_string(round)}), name), kOk);
         }
-        ASSERT_EQ(writeFile(*target, deep + "/file" + std::to_string(round), "deep"), kOk);
+        ASSERT_EQ(writeFile(*target, joined({deep, "/file", std::to_string(round)}), "deep"), kOk);
     }
     EXPECT_EQ(scratch.read("f0/g/1"), "f0/g");
     EXPECT_EQ(scratch.read("f99/g/0"), "f99/g");
@@ -158,8 +166,8 @@ TEST_F(TargetFolders, AreWrittenInByThreads) {
     for (int thread = 0; thread < kThreads; ++thread) {
         threads.emplace_back([&, thread] {
             for (int file = 0; file < kFiles; ++file) {
-                const std::string name = std::to_string((thread + file) % kThreads) + "/" + std::to_string(thread) +
-                                         "-" + std::to_string(file);
+                const std::string name = joined({std::to_string((thread + file) % kThreads), "/",
+                                                 std::to_string(thread), "-", std::to_string(file)});
                 if (writeFile(*target, name, name) != kOk) ++failures;
             }
         });

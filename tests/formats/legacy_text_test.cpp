@@ -74,5 +74,17 @@ TEST(LegacyText, AppendsNothingForNothing) {
     EXPECT_EQ(text, "x");
 }
 
+TEST(LegacyBytes, AreExactOrNone) {
+    if (!test::westernCodePages()) GTEST_SKIP() << "another code page here";
+    std::string bytes = "before ";
+    EXPECT_TRUE(appendLegacyBytes("gr\xC3\xBCn", LegacyPage::kOem, bytes));
+    EXPECT_TRUE(appendLegacyBytes(" gr\xC3\xBCn", LegacyPage::kAnsi, bytes));
+    EXPECT_TRUE(appendLegacyBytes("", LegacyPage::kAnsi, bytes));
+    EXPECT_EQ(bytes, "before gr\x81n gr\xFCn");
+    EXPECT_FALSE(appendLegacyBytes("a\xC4\x80", LegacyPage::kAnsi, bytes));  // a letter that would become a plain A
+    EXPECT_FALSE(appendLegacyBytes("\xFF", LegacyPage::kAnsi, bytes));
+    EXPECT_EQ(bytes, "before gr\x81n gr\xFCn");
+}
+
 }  // namespace
 }  // namespace archiver

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "archivers/formats/tar/tar_format.h"
@@ -23,9 +24,10 @@ protected:
     [[nodiscard]] std::filesystem::path sample(const char* name) const { return folder_ / name; }
 
     /// Name, size and checksum of every file with content; a leading "./" is left out.
-    static std::vector<std::string> contents(OpenResult opened) {
+    static std::vector<std::string> contents(OpenResult opened, std::string_view password = {}) {
         std::vector<std::string> result;
         if (!opened.reader) return result;
+        opened.reader->setPassword(password);
         Member member;
         ReturnCode code = kOk;
         while ((code = opened.reader->next(member)) == kOk) {
@@ -71,7 +73,7 @@ TEST_F(Samples, OfASingleFileAreRead) {
     EXPECT_EQ(contents(openTar(sample("single.gz"))), std::vector<std::string>{"readme.txt 29 9da46e34"});
 }
 
-TEST_F(Samples, ThatAreEncryptedAreListed) {
+TEST_F(Samples, ThatAreEncryptedAreRead) {
     for (const char* name : {"encrypted-zipcrypto.zip", "encrypted-aes256.zip"}) {
         const OpenResult opened = openZip(sample(name));
         ASSERT_TRUE(opened.reader) << name;
@@ -79,6 +81,9 @@ TEST_F(Samples, ThatAreEncryptedAreListed) {
         EXPECT_EQ(listing.end, kNoMoreEntries);
         EXPECT_EQ(listing.members.size(), 6U);
         EXPECT_EQ(unpack(*opened.reader, "docs/old notes/novel.txt").code, kPasswordFile);
+        for (const std::string& line : contents(openZip(sample(name)), "secret")) {
+            EXPECT_NE(std::find(expected_.begin(), expected_.end(), line), expected_.end()) << name << ": " << line;
+        }
     }
 }
 

@@ -184,11 +184,8 @@ TEST(ZipOverlap, BombUnpacksToNoMoreThanItsBytesAllow) {
         sizes[at] = tail.size();
         originals[at] = original.size();
         crcs[at] = ZipBuilder::crcOf(original);
-        const BuiltMember member{.name = nameOf(index),
-                                 .content = tail,
-                                 .method = 8,
-                                 .originalSize = originals[at],
-                                 .crc = crcs[at]};
+        const BuiltMember member{
+            .name = nameOf(index), .content = tail, .method = 8, .originalSize = originals[at], .crc = crcs[at]};
         locals[at] = ZipBuilder().add(member).build().substr(0, 30 + 5);
     }
     const std::string all = locals[0] + tail;

@@ -188,5 +188,57 @@ TEST(ZipFields, SizesComeFromTheZip64Field) {
     EXPECT_EQ(member.packedSize, 0xFFFFFFFFU);
 }
 
+struct KindCase {
+    const char* name;
+    const char* member;
+    std::uint16_t madeBy;
+    std::uint32_t externalAttributes;
+    MemberKind expected;
+};
+class ZipKind : public testing::TestWithParam<KindCase> {};
+
+TEST_P(ZipKind, ComesFromAttributesAndName) {
+    const KindCase& each = GetParam();
+    const Listing listing = walk(openZip(
+        inMemory(ZipBuilder()
+                     .add({.name = each.member, .madeBy = each.madeBy, .externalAttributes = each.externalAttributes})
+                     .build())));
+    ASSERT_EQ(listing.members.size(), 1U);
+    EXPECT_EQ(listing.members[0].kind, each.expected);
+    EXPECT_EQ(listing.members[0].linkTarget, "");
+}
+
+constexpr std::uint16_t kByUnix = 0x031E;
+constexpr std::uint16_t kByDos = 0x0014;
+INSTANTIATE_TEST_SUITE_P(
+    Members, ZipKind,
+    testing::Values(KindCase{"File", "a", kByUnix, 0100644U << 16, MemberKind::kFile},
+                    KindCase{"NoMode", "a", kByUnix, 0, MemberKind::kFile},
+                    KindCase{"PermissionsAlone", "a", kByUnix, 0644U << 16, MemberKind::kFile},
+                    KindCase{"FolderByName", "a/", kByUnix, 0, MemberKind::kFolder},
+                    KindCase{"FolderByMode", "a", kByUnix, 040755U << 16, MemberKind::kFolder},
+                    KindCase{"FolderByAttribute", "a", kByDos, 0x10, MemberKind::kFolder},
+                    KindCase{"Link", "a", kByUnix, 0120777U << 16, MemberKind::kSymbolicLink},
+                    KindCase{"LinkOfMacOs", "a", 0x131E, 0120777U << 16, MemberKind::kSymbolicLink},
+                    KindCase{"LinkThatIsNamedAFolder", "a/", kByUnix, 0120777U << 16, MemberKind::kFolder},
+                    KindCase{"NoLinkInDos", "a", kByDos, 0120777U << 16, MemberKind::kFile},
+                    KindCase{"Device", "a", kByUnix, 020644U << 16, MemberKind::kSpecial},
+                    KindCase{"Disk", "a", kByUnix, 060644U << 16, MemberKind::kSpecial},
+                    KindCase{"Pipe", "a", kByUnix, 010644U << 16, MemberKind::kSpecial},
+                    KindCase{"Socket", "a", kByUnix, 0140644U << 16, MemberKind::kSpecial},
+                    KindCase{"VolumeLabel", "a", kByDos, 0x08, MemberKind::kSpecial}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+TEST(ZipKindOfZip, LinkHoldsItsTarget) {
+    const OpenResult opened = openZip(dataFile("zip_members/links.zip"));
+    ASSERT_TRUE(opened.reader);
+    const Listing listing = walk(*opened.reader);
+    ASSERT_EQ(listing.names(), (std::vector<std::string>{"again.txt", "folder/", "link"}));
+    EXPECT_EQ(listing.members[0].kind, MemberKind::kFile);
+    EXPECT_EQ(listing.members[1].kind, MemberKind::kFolder);
+    EXPECT_EQ(listing.members[2].kind, MemberKind::kSymbolicLink);
+    EXPECT_EQ(unpack(*opened.reader, "link").bytes, "again.txt");
+}
+
 }  // namespace
 }  // namespace archiver::test

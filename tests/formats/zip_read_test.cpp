@@ -177,6 +177,75 @@ TEST(ZipRead, SinkCanStop) {
     EXPECT_EQ(opened.reader->next(member), kOk);  // and the walk goes on
 }
 
+TEST(ZipRead, RefusesMethodsByTheirNumbers) {
+    for (const std::uint16_t method : {1, 6, 9, 14, 18, 19, 93, 95, 96, 97, 98, 1000}) {
+        const OpenResult opened =
+            openZip(inMemory(ZipBuilder().add({.name = "a", .content = "content", .method = method}).build()));
+        ASSERT_TRUE(opened.reader);
+        EXPECT_EQ(unpack(*opened.reader, "a").code, kMethod) << method;
+    }
+}
+
+BuiltMember deflatedMember(const std::string& content) {
+    return {.name = "a",
+            .content = ZipBuilder::deflateStored(content),
+            .method = 8,
+            .originalSize = content.size(),
+            .crc = ZipBuilder::crcOf(content)};
+}
+
+TEST(ZipRead, DeflatedMemberOfAnySizeComesOutWhole) {
+    for (const std::size_t size : {0U, 1U, 65535U, 65536U, 3U << 20, 20U << 20}) {  // the last one in pieces
+        std::string content(size, 'x');
+        for (std::size_t index = 0; index < size; index += 1000) content[index] = static_cast<char>(index >> 10);
+        const OpenResult opened = openZip(inMemory(ZipBuilder().add(deflatedMember(content)).build()));
+        ASSERT_TRUE(opened.reader);
+        const Unpacked member = unpack(*opened.reader, "a");
+        EXPECT_EQ(member.code, kOk) << size;
+        EXPECT_TRUE(member.bytes == content) << size;
+    }
+}
+
+TEST(ZipRead, DeflatedDataThatDoesNotKeepItsPromisesIsRefused) {
+    const std::string content(100, 'x');
+    const auto codeOf = [](const BuiltMember& member) {
+        const OpenResult opened = openZip(inMemory(ZipBuilder().add(member).build()));
+        return opened.reader ? unpack(*opened.reader, "a").code : opened.code;
+    };
+    for (const std::size_t size : {std::size_t{100}, std::size_t{20} << 20}) {  // in memory, and in pieces
+        const std::string original(size, 'x');
+        BuiltMember member = deflatedMember(original);
+        EXPECT_EQ(codeOf(member), kOk);
+        member.originalSize = size - 1;
+        EXPECT_EQ(codeOf(member), kFileCrc);
+        member.originalSize = size + 1;
+        EXPECT_EQ(codeOf(member), kCannotRead);
+        member.originalSize = size;
+        member.crc = *member.crc ^ 1;
+        EXPECT_EQ(codeOf(member), kFileCrc);
+        member = deflatedMember(original);
+        member.content[0] = '\x07';  // a block type that does not exist
+        EXPECT_EQ(codeOf(member), kFileCrc);
+        member = deflatedMember(original);
+        member.content.resize(member.content.size() - 1);
+        EXPECT_TRUE(codeOf(member) == kCannotRead || codeOf(member) == kFileCrc) << codeOf(member);
+        member = deflatedMember(original);
+        member.content += "foreign bytes";
+        EXPECT_EQ(codeOf(member), kOk);
+    }
+}
+
+TEST(ZipRead, SinkCanStopALargeMember) {
+    const std::string content(20U << 20, 'x');
+    const OpenResult opened = openZip(inMemory(ZipBuilder().add(deflatedMember(content)).build()));
+    ASSERT_TRUE(opened.reader);
+    Member member;
+    ASSERT_EQ(opened.reader->next(member), kOk);
+    int calls = 0;
+    EXPECT_EQ(opened.reader->read([&](const char*, std::size_t) { return ++calls < 3; }), kUserCancel);
+    EXPECT_EQ(calls, 3);
+}
+
 TEST(ZipRead, NeedsACurrentMember) {
     const OpenResult opened = openZip(dataFile("zip/zip.zip"));
     ASSERT_TRUE(opened.reader);

@@ -58,6 +58,7 @@ std::filesystem::path MemberPlaces::shown(std::string_view name) const {
 }
 
 MemberPlaces::Known MemberPlaces::known(std::string_view memberName) const {
+    if (memberName.empty()) return {};
     const Named named = nameOf(memberName);
     const std::uint64_t key = keyOf(named.place.name);
     return {named.place.code, named.place.name, key, taken_.find(key, named.member)};

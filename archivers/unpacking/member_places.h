@@ -53,7 +53,7 @@ public:
     /// Whether a file member would be written, as far as that shows without a question. Changes nothing.
     [[nodiscard]] bool isWanted(const Member& member);
 
-    /// What the run has at the place of a member of that name.
+    /// What the run has at the place of a member of that name; an empty one is the target itself.
     struct Known {
         ReturnCode code = kOk;  ///< of a name that can be no member's place
         std::string name;

@@ -203,6 +203,7 @@ void MemberRun::retryWithPasswords() {
 
 UnpackSummary MemberRun::summary() {
     settle();
+    if (around_.stop.load()) end(kUserCancel);
     if (endCode_) {
         summary_.code = *endCode_;
     } else if (summary_.chosen == 0) {

@@ -12,6 +12,15 @@ constexpr wchar_t kStream[] = L":Zone.Identifier";
 
 }  // namespace
 
+bool keepsStreams(const std::wstring& folder) noexcept {
+    const UniqueHandle handle = adoptHandle(::CreateFileW(folder.c_str(), FILE_READ_ATTRIBUTES,
+                                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                                          nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    DWORD flags = 0;
+    return handle && ::GetVolumeInformationByHandleW(handle.get(), nullptr, 0, nullptr, nullptr, &flags, nullptr, 0) &&
+           (flags & FILE_NAMED_STREAMS) != 0;
+}
+
 std::string readWebMark(const std::wstring& file) {
     std::string mark(kLongestWebMark, '\0');
     const UniqueHandle stream = adoptHandle(::CreateFileW((file + kStream).c_str(), GENERIC_READ,

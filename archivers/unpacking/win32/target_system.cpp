@@ -35,7 +35,8 @@ std::wstring withBackslashes(const std::filesystem::path& name) {
 
 class WindowsTarget final : public TargetFolder {
 public:
-    explicit WindowsTarget(std::wstring root) : folders_(std::move(root)) {}
+    explicit WindowsTarget(std::wstring root)
+        : folders_(std::move(root)), streams_(keepsStreams(folders_.pathOf({}))) {}
 
     [[nodiscard]] std::optional<ExistingItem> find(const std::filesystem::path& name) override;
     ReturnCode makeFolder(const std::filesystem::path& name, bool& made) override {
@@ -59,6 +60,7 @@ private:
     ReturnCode makeLink(const Place& place, bool replace, const Make& make);
 
     FolderCheck folders_;
+    bool streams_;
 };
 
 ReturnCode WindowsTarget::placeOf(const std::filesystem::path& name, Place& place) {
@@ -91,7 +93,7 @@ ReturnCode WindowsTarget::createFile(const std::filesystem::path& name, std::uin
     ReturnCode code = placeOf(name, place);
     if (code != kOk) return code;
     std::wstring folder = place.folderLength == 0 ? folders_.root() : folders_.pathOf(place.folder());
-    file = createWindowsFile(std::move(folder), place.part(), expectedSize, replace, code);
+    file = createWindowsFile(std::move(folder), place.part(), expectedSize, replace, streams_, code);
     return code;
 }
 

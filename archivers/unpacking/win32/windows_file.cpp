@@ -19,8 +19,8 @@ constexpr std::uint64_t kMostReserved = 64 << 20;
 
 class WindowsFile final : public OutputFile {
 public:
-    WindowsFile(std::wstring folder, std::wstring_view name)
-        : folder_(std::move(folder)), final_(folder_ + L'\\' + std::wstring(name)), path_(final_) {}
+    WindowsFile(std::wstring folder, std::wstring_view name, bool streams)
+        : streams_(streams), folder_(std::move(folder)), final_(folder_ + L'\\' + std::wstring(name)), path_(final_) {}
     ~WindowsFile() override {
         if (made_) remove();
     }
@@ -65,7 +65,7 @@ public:
 
     ReturnCode commit(const ItemProperties& properties) override {
         if (reserved_ && !::SetEndOfFile(file_.get())) return codeOfWriting(::GetLastError());
-        if (!properties.webMark.empty()) writeWebMark(path_, properties.webMark);
+        if (streams_ && !properties.webMark.empty()) writeWebMark(path_, properties.webMark);
         setProperties(file_.get(), properties);  // last, for every write moves the time
         file_.reset();
         if (path_ != final_ && !renameOver(path_, final_)) {
@@ -92,6 +92,7 @@ private:
         ::DeleteFileW(path_.c_str());
     }
 
+    bool streams_;
     std::wstring folder_;
     std::wstring final_;
     std::wstring path_;  ///< where it is until commit
@@ -111,8 +112,8 @@ LONGLONG fileTimeOf(const std::optional<Moment>& moment) noexcept {
 }  // namespace
 
 std::unique_ptr<OutputFile> createWindowsFile(std::wstring folder, std::wstring_view name, std::uint64_t expectedSize,
-                                              bool replace, ReturnCode& code) {
-    auto file = std::make_unique<WindowsFile>(std::move(folder), name);
+                                              bool replace, bool streams, ReturnCode& code) {
+    auto file = std::make_unique<WindowsFile>(std::move(folder), name, streams);
     code = file->open(replace);
     if (code != kOk) return nullptr;
     file->reserve(expectedSize);

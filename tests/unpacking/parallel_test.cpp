@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <mutex>
+#include <set>
+#include <thread>
+
+#include "unpacking/fakes/unpack_scene.h"
+
+namespace archiver::test {
+namespace {
+
+TEST(Parallel, KeepsTheOrderOfReports) {
+    std::vector<FakeMember> members;
+    Lines expected;
+    for (int number = 0; number < 3000; ++number) {
+        const std::string name = "f" + std::to_string(number);
+        members.push_back(file(name, std::string(static_cast<std::size_t>(number * 7919 % 5000), 'x')));
+        if (number % 10 == 3) {
+            members.back().code = kFileCrc;
+            expected.push_back("failed " + name + " > " + name + " 800C");
+        } else {
+            expected.push_back("unpacked " + name + " > " + name);
+        }
+    }
+    UnpackScene scene(std::move(members));
+    scene.reader.detaches = true;
+    scene.options.threads = 8;
+    EXPECT_EQ(scene.unpack(), kFileCrc);
+    EXPECT_EQ(scene.events.reports, expected);
+    EXPECT_EQ(scene.reader.detached, 3000U);
+    EXPECT_EQ(scene.target.names().size(), 2700U);
+    EXPECT_EQ(scene.target.at("f1"), std::string(2919, 'x'));
+}
+
+// Each of the two large members waits for the other to be on its way.
+TEST(Parallel, UnpacksSeveralAtOnce) {
+    FakeMember one = file("a", "");
+    one.member.originalSize = one.zeros = std::uint64_t{65536};
+    FakeMember other = one;
+    other.member.name = "b";
+    one.member.packedSize = other.member.packedSize = std::uint64_t{1} << 20;
+    UnpackScene scene({one, other});
+    scene.reader.detaches = true;
+    scene.options.threads = 2;
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::set<std::thread::id> threads;
+    scene.reader.onPiece = [&] {
+        std::unique_lock lock(mutex);
+        threads.insert(std::this_thread::get_id());
+        changed.notify_all();
+        changed.wait(lock, [&] { return threads.size() == 2; });
+    };
+    EXPECT_EQ(scene.unpack(), kOk);
+    EXPECT_FALSE(threads.contains(std::this_thread::get_id()));
+}
+
+TEST(Parallel, WritesBesideAReaderThatGoesInOrder) {
+    std::vector<FakeMember> members;
+    for (int number = 0; number < 500; ++number) members.push_back(file("f" + std::to_string(number), "12345"));
+    members.push_back(file("large", ""));
+    members.back().member.originalSize = members.back().zeros = std::uint64_t{3} << 20;
+    UnpackScene scene(std::move(members));
+    scene.options.threads = 4;
+    EXPECT_EQ(scene.unpack(), kOk);
+    EXPECT_EQ(scene.target.names().size(), 501U);
+    EXPECT_EQ(scene.target.item("large").size, std::uint64_t{3} << 20);
+    EXPECT_EQ(scene.summary.bytes, 2500U + (std::uint64_t{3} << 20));
+    EXPECT_EQ(scene.reader.detached, 0U);
+}
+
+TEST(Parallel, ReadsOnTheCallersThreadWhenAskedTo) {
+    UnpackScene scene({file("a"), file("b")});
+    scene.reader.detaches = true;
+    scene.options.threads = 1;
+    const std::thread::id own = std::this_thread::get_id();
+    scene.reader.onPiece = [own] { EXPECT_EQ(std::this_thread::get_id(), own); };
+    EXPECT_EQ(scene.unpack(), kOk);
+    EXPECT_EQ(scene.reader.detached, 0U);
+}
+
+// Members that claim much are held back, so that few of them are in memory at a time.
+TEST(Parallel, BoundsWhatIsInTheLineByItsClaims) {
+    std::vector<FakeMember> members;
+    for (int number = 0; number < 100; ++number) {
+        FakeMember member = file("f" + std::to_string(number), "x");
+        member.member.originalSize = std::uint64_t{1} << 40;
+        members.push_back(member);
+    }
+    UnpackScene scene(std::move(members));
+    scene.reader.detaches = true;
+    scene.options.threads = 2;
+    scene.options.checkDiskSpace = false;
+    std::size_t most = 0;
+    scene.events.onBegin = [&](const Member&) {
+        most = std::max<std::size_t>(most, scene.events.begun.size() - scene.events.reports.size());
+        return true;
+    };
+    EXPECT_EQ(scene.unpack(), kOk);
+    EXPECT_LE(most, 5U);
+    EXPECT_EQ(scene.summary.unpacked, 100U);
+}
+
+TEST(Parallel, DataThatIsLongerThanItsClaimStaysWithinIt) {
+    FakeMember liar = file("a", "0123456789");
+    liar.member.originalSize = 5;
+    UnpackScene scene({liar, file("b")});
+    scene.options.threads = 4;
+    EXPECT_EQ(scene.unpack(), kFileCrc);
+    EXPECT_EQ(scene.target.names(), Lines{"b"});
+}
+
+}  // namespace
+}  // namespace archiver::test

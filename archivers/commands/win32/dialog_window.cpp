@@ -77,9 +77,15 @@ DialogWindow::DialogWindow(std::string_view title) : title_(wideOf(shownName(tit
 
 INT_PTR DialogWindow::runModal(HWND owner) noexcept {
     owner_ = owner;
-    const INT_PTR result = ::DialogBoxIndirectParamW(ownModule(), &kTemplate.header, owner, &DialogWindow::procedure,
-                                                     reinterpret_cast<LPARAM>(this));
-    return std::max<INT_PTR>(result, 0);
+    result_ = 0;
+    ::DialogBoxIndirectParamW(ownModule(), &kTemplate.header, owner, &DialogWindow::procedure,
+                              reinterpret_cast<LPARAM>(this));
+    return result_;  // the system's own result says anything when the loop has ended otherwise
+}
+
+void DialogWindow::end(INT_PTR result) noexcept {
+    result_ = result;
+    ::EndDialog(window_, result);
 }
 
 bool DialogWindow::create(HWND owner) noexcept {

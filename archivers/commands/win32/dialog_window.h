@@ -31,7 +31,7 @@ protected:
     /// Makes the dialog, not shown.
     bool create(HWND owner) noexcept;
     void destroy() noexcept;
-    void end(INT_PTR result) noexcept { ::EndDialog(window_, result); }
+    void end(INT_PTR result) noexcept;
 
     /// Makes the controls, in the order of the tabulator key.
     virtual void build() = 0;
@@ -82,6 +82,7 @@ private:
     [[nodiscard]] bool isHeading(HWND control) const noexcept { return control == heading_; }
 
     std::wstring title_;
+    INT_PTR result_ = 0;
     HWND owner_ = nullptr;
     HWND window_ = nullptr;
     HWND heading_ = nullptr;

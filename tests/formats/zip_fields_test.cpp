@@ -43,6 +43,21 @@ TEST(ZipFields, AesTellsTheRealMethodInItsField) {
     EXPECT_EQ(memberOf({.name = "a", .flags = 1, .method = 99}).method, "Unknown");
 }
 
+TEST(ZipFields, TellTheArchivesComment) {
+    const auto commentOf = [](const std::string& bytes) {
+        const OpenResult opened = openZip(inMemory(bytes));
+        return opened.reader ? opened.reader->facts().comment : "not opened";
+    };
+    ZipBuilder plain;
+    plain.add({.name = "a"});
+    EXPECT_EQ(commentOf(plain.build()), "");
+    EXPECT_EQ(commentOf(ZipBuilder(plain).comment("In two\r\nlines.").build()), "In two\r\nlines.");
+    EXPECT_EQ(commentOf(ZipBuilder(plain).comment("\xC3\xA4").build()), "\xC3\xA4");
+    EXPECT_EQ(commentOf(ZipBuilder(plain).comment(std::string("a\0b", 3)).build()), "a_b");
+    const std::string whole = ZipBuilder(plain).comment("cut here").build();
+    EXPECT_EQ(commentOf(whole.substr(0, whole.size() - 5)), "cut") << "a comment that claims more than there is";
+}
+
 struct SystemCase {
     int system;
     std::uint32_t osType;

@@ -96,11 +96,13 @@ DirectoryResult judge(const InputFile& file, std::uint64_t endOffset, const char
                   .oneOfSeveral = load16(end + 4) != 0 || load16(end + 6) != 0};
     applyZip64(file, endOffset, end, claims);
     if (claims.oneOfSeveral) return {kNotSupport, {}};
-    const auto place = locate(file, claims);
+    auto place = locate(file, claims);
     if (!place) return {kHeaderBroken, {}};
     // An archive that lost its end can hold another one whole: a stored member. That one's directory is not ours.
     const bool foreignBytesFollow = endOffset + kEndSize + load16(end + 20) != file.size();
     if (foreignBytesFollow && place->shift != 0 && startsWith(file, 0, kLocalSignature)) return {kHeaderBroken, {}};
+    place->commentOffset = endOffset + kEndSize;
+    place->commentSize = load16(end + 20);
     return {kOk, *place};
 }
 

@@ -9,9 +9,11 @@ namespace archiver::zip {
 /// Where an archive's central directory lies. Offsets are from the start of the file.
 struct DirectoryPlace {
     std::uint64_t start = 0;
-    std::uint64_t claimedEnd = 0;  ///< before it, what is no header is damage; behind it, it is the directory's end
-    std::uint64_t limit = 0;       ///< where the end records start; at or behind `claimedEnd`
-    std::uint64_t shift = 0;       ///< what to add, modulo 2^64, to the offsets that the directory gives
+    std::uint64_t claimedEnd = 0;     ///< before it, what is no header is damage; behind it, it is the directory's end
+    std::uint64_t limit = 0;          ///< where the end records start; at or behind `claimedEnd`
+    std::uint64_t shift = 0;          ///< what to add, modulo 2^64, to the offsets that the directory gives
+    std::uint64_t commentOffset = 0;  ///< of the archive's comment
+    std::uint16_t commentSize = 0;    ///< bytes that it claims to have
 };
 
 struct DirectoryResult {

@@ -1,11 +1,14 @@
 #include "archivers/formats/zip/zip_reader.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "archivers/formats/legacy_text.h"
+#include "archivers/formats/utf8.h"
 #include "archivers/formats/zip/central_directory.h"
 #include "archivers/formats/zip/decryption.h"
 #include "archivers/formats/zip/end_record.h"
@@ -37,6 +40,17 @@ std::uint32_t systemOfFirst(const InputFile& file, const zip::DirectoryPlace& pl
     return zip::osTypeOf(static_cast<unsigned char>(system[0]));
 }
 
+/// The archive's comment, as far as the file has it. Its encoding is told nowhere.
+std::string commentOf(const InputFile& file, const zip::DirectoryPlace& place) {
+    std::string bytes(place.commentSize, '\0');
+    bytes.resize(file.readAt(place.commentOffset, bytes).value_or(0));
+    std::replace(bytes.begin(), bytes.end(), '\0', '_');
+    if (isUtf8(bytes)) return bytes;
+    std::string utf8;
+    appendLegacyText(bytes, LegacyPage::kOem, utf8);
+    return utf8;
+}
+
 /// The forms of a password, which those who read with it hold on to when the reader is given another one.
 using Passwords = std::shared_ptr<const std::vector<std::string>>;
 
@@ -60,6 +74,7 @@ public:
         facts_.fileSize = file_->size();
         facts_.selfExtracting = isProgram(*file_);
         facts_.osType = systemOfFirst(*file_, place);
+        facts_.comment = commentOf(*file_, place);
     }
 
     [[nodiscard]] const ArchiveFacts& facts() const override { return facts_; }

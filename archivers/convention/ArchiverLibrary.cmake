@@ -11,17 +11,21 @@ set(ARCHIVER_FUNCTIONS
     GetArcFileSizeEx GetArcOriginalSizeEx GetArcCompressedSizeEx SetOwnerWindowEx KillOwnerWindowEx GetSubVersion
     SetUnicodeMode)
 
-# archiver_library(NAME PREFIX prefix VERSION n.nn DESCRIPTION text SOURCES file... [FUNCTIONS name...] [LINKS library...])
+# archiver_library(NAME PREFIX prefix VERSION n.nn DESCRIPTION text SOURCES file... [OWN_INTERFACE]
+#                  [FUNCTIONS name...] [LINKS library...])
 #
 # One archiver library, NAME.dll (NAME.so elsewhere): the exported functions under its prefix and a version resource.
-# FUNCTIONS are those that it exports beyond the common ones.
+# FUNCTIONS are those that it exports beyond the common ones; with OWN_INTERFACE it exports them alone.
 function(archiver_library name)
-    cmake_parse_arguments(arg "" "PREFIX;VERSION;DESCRIPTION" "SOURCES;FUNCTIONS;LINKS" ${ARGN})
+    cmake_parse_arguments(arg "OWN_INTERFACE" "PREFIX;VERSION;DESCRIPTION" "SOURCES;FUNCTIONS;LINKS" ${ARGN})
     add_library(${name} MODULE ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE archiver_convention ${arg_LINKS})
     set_target_properties(${name} PROPERTIES PREFIX "")
     tovar_warnings(${name})
     tovar_module_entry(${name})
+    if(NOT arg_OWN_INTERFACE)
+        list(PREPEND arg_FUNCTIONS ${ARCHIVER_FUNCTIONS})
+    endif()
     archiver_exports(${name} "${arg_PREFIX}" "${arg_FUNCTIONS}")
     if(WIN32)
         archiver_version_resource(${name} "${arg_VERSION}" "${arg_DESCRIPTION}")
@@ -30,8 +34,8 @@ endfunction()
 
 # Exports the functions and nothing else: in Windows by a module definition, which gives the names of stdcall functions
 # without their decoration; elsewhere by a version script.
-function(archiver_exports name prefix additional)
-    foreach(function ${ARCHIVER_FUNCTIONS} ${additional})
+function(archiver_exports name prefix functions)
+    foreach(function ${functions})
         if(function MATCHES "^([A-Za-z]*)=([0-9]+)$")
             string(APPEND definition "    ${prefix}${CMAKE_MATCH_1} @${CMAKE_MATCH_2}\n")
             string(APPEND symbols " ${prefix}${CMAKE_MATCH_1};")

@@ -29,6 +29,7 @@ constexpr EmptyTemplate kTemplate{{.style = WS_POPUP | WS_CAPTION | WS_SYSMENU |
 SIZE extentOf(HDC context, const std::wstring& text) noexcept {
     SIZE size{};
     ::GetTextExtentPoint32W(context, text.c_str(), static_cast<int>(text.size()), &size);
+    size.cx += size.cx / 24;  // hinted fonts are drawn a little wider on some systems than they are measured
     return size;
 }
 

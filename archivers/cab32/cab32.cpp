@@ -1,11 +1,17 @@
+#include "archivers/cab32/cab_language.h"
+#include "archivers/commands/command_runner.h"
 #include "archivers/formats/cab/cab_reader.h"
 
 #define ARCHIVER_PREFIX Cab
 #include "archivers/convention/exports.h"
 
 namespace {
-constexpr archiver::LibraryDescription kDescription{
-    .prefix = "Cab", .version = 98, .open = &archiver::openCab, .separator = '\\'};
+constexpr archiver::LibraryDescription kDescription{.prefix = "Cab",
+                                                    .title = "Cab32",
+                                                    .version = 98,
+                                                    .open = &archiver::openCab,
+                                                    .separator = '\\',
+                                                    .command = &archiver::runLanguage<archiver::kCabLanguage>};
 archiver::LibraryCore core(kDescription);
 }  // namespace
 

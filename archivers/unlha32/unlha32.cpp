@@ -1,10 +1,16 @@
+#include "archivers/commands/command_runner.h"
 #include "archivers/formats/lzh/lzh_reader.h"
+#include "archivers/unlha32/lha_language.h"
 
 #define ARCHIVER_PREFIX Unlha
 #include "archivers/convention/exports.h"
 
 namespace {
-constexpr archiver::LibraryDescription kDescription{.prefix = "Unlha", .version = 267, .open = &archiver::openLzh};
+constexpr archiver::LibraryDescription kDescription{.prefix = "Unlha",
+                                                    .title = "UnLha32",
+                                                    .version = 267,
+                                                    .open = &archiver::openLzh,
+                                                    .command = &archiver::runLanguage<archiver::kLhaLanguage>};
 archiver::LibraryCore core(kDescription);
 }  // namespace
 

@@ -1,11 +1,17 @@
+#include "archivers/commands/command_runner.h"
 #include "archivers/formats/rar/rar_reader.h"
+#include "archivers/unrar32/rar_language.h"
 
 #define ARCHIVER_PREFIX Unrar
 #include "archivers/convention/exports.h"
 
 namespace {
-constexpr archiver::LibraryDescription kDescription{
-    .prefix = "Unrar", .version = 40, .open = &archiver::openRar, .separator = '\\'};
+constexpr archiver::LibraryDescription kDescription{.prefix = "Unrar",
+                                                    .title = "UnRar32",
+                                                    .version = 40,
+                                                    .open = &archiver::openRar,
+                                                    .separator = '\\',
+                                                    .command = &archiver::runLanguage<archiver::kRarLanguage>};
 archiver::LibraryCore core(kDescription);
 }  // namespace
 

@@ -203,7 +203,7 @@ TEST(RarListing, TellsEveryMember) {
     ASSERT_TRUE(library.loaded());
     expectRows(library, "../rar/rar.rar",
                {{"test.txt", 20, 20, 0xBEC8A242, 1000, "---w", "storing", 0x00},
-                {"testlink", 0, 0, 0, 0, "---w", "storing", 0x00},
+                {"testlink", 8, 8, 0xB6C9447B, 1000, "---w", "storing", 0x00},
                 {"testdir\\test.txt", 20, 20, 0xBEC8A242, 1000, "---w", "storing", 0x00},
                 {"testdir\\", 0, 0, 0, 0, "d--w", "storing", 0x10},
                 {"testemptydir\\", 0, 0, 0, 0, "d--w", "storing", 0x10}});

@@ -173,7 +173,7 @@ TEST(LhaLanguage, TakesNamesThatBeginWithTheSignOfSwitches) {
 
 TEST(LhaLanguage, ReadsListsBehindTheirMark) {
     const ScratchFile list("lha names.lst", "docs/old/*.*\r\n\"readme.txt\"\r\n");
-    const std::string quoted = "\"" + list.name() + "\"";
+    const std::string quoted = '"' + list.name() + '"';
     EXPECT_EQ(chosen("x a.lzh @" + quoted), members({0, 1, 2, 3}));
     EXPECT_EQ(chosen("x --! a.lzh !" + quoted), members({0, 1, 2, 3}));
     EXPECT_EQ(chosen("x --! a.lzh @list"), members({7})) << "another mark";

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "archivers/formats/moments.h"
+#include "archivers/formats/win32/no_questions.h"
 
 namespace archiver {
 namespace {
@@ -67,18 +68,6 @@ private:
     HANDLE handle_ = INVALID_HANDLE_VALUE;
     std::uint64_t size_ = 0;
     Moment modified_;
-};
-
-/// Keeps the system from asking for a disk while it lives; the calling thread only. A check shows no window.
-class NoQuestions {
-public:
-    NoQuestions() noexcept { ::SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &before_); }
-    ~NoQuestions() { ::SetThreadErrorMode(before_, nullptr); }
-    NoQuestions(const NoQuestions&) = delete;
-    NoQuestions& operator=(const NoQuestions&) = delete;
-
-private:
-    DWORD before_ = 0;
 };
 
 bool nobodyThere(DWORD error) noexcept {

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "archivers/formats/win32/no_questions.h"
 #include "archivers/unpacking/win32/error_codes.h"
 #include "archivers/unpacking/win32/folder_check.h"
 #include "archivers/unpacking/win32/handle.h"
@@ -229,18 +230,6 @@ DWORD makeFolders(const std::wstring& path) {
     }
     return ERROR_SUCCESS;
 }
-
-/// Keeps the system from asking for a disk while it lives; the calling thread only.
-class NoQuestions {
-public:
-    NoQuestions() noexcept { ::SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &before_); }
-    ~NoQuestions() { ::SetThreadErrorMode(before_, nullptr); }
-    NoQuestions(const NoQuestions&) = delete;
-    NoQuestions& operator=(const NoQuestions&) = delete;
-
-private:
-    DWORD before_ = 0;
-};
 
 class WindowsSystem final : public TargetSystem {
 public:

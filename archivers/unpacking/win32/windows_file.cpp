@@ -13,9 +13,9 @@ namespace archiver {
 namespace {
 
 /// Room is asked for in advance when a file is so large that pieces all over the disk would be felt, and only so much:
-/// what a header says is a claim.
+/// what a header says is a claim, and claims of several threads must not fill a disk that has room for the truth.
 constexpr std::uint64_t kLeastReserved = 1 << 20;
-constexpr std::uint64_t kMostReserved = 64 << 20;
+constexpr std::uint64_t kMostReserved = 8 << 20;
 
 class WindowsFile final : public OutputFile {
 public:

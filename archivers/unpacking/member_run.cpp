@@ -9,12 +9,14 @@ namespace {
 /// Members up to this size go through memory, so that another thread can write them. Far more files are below it than
 /// above, and what costs with them is making the file.
 constexpr std::uint64_t kBufferedSize = std::uint64_t{256} << 10;
-/// What unpacking one member may take of memory, readers' own buffers counted in: larger ones are streamed.
-constexpr std::uint64_t kMostJobCost = std::uint64_t{32} << 20;
+/// Members up to this size, packed and unpacked together, may be held in memory whole by their reader.
+constexpr std::uint64_t kMostWhole = std::uint64_t{32} << 20;
+/// Larger ones are unpacked in pieces, with a dictionary.
+constexpr std::uint64_t kStreamCost = std::uint64_t{4} << 20;
 
 std::uint64_t costOf(const Member& member) {
-    const std::uint64_t size = std::min(member.originalSize, kMostJobCost);
-    return std::min(size + std::min(member.packedSize, kMostJobCost), kMostJobCost);
+    if (member.originalSize > kMostWhole || member.packedSize > kMostWhole - member.originalSize) return kStreamCost;
+    return member.originalSize + member.packedSize;
 }
 
 }  // namespace

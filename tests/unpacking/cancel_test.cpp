@@ -83,7 +83,7 @@ TEST_P(Cancel, AtTheEndOfAMember) {
 
 TEST_P(Cancel, TellsEveryFileThatIsThere) {
     std::vector<FakeMember> members;
-    for (int number = 0; number < 3000; ++number) members.push_back(file("f" + std::to_string(number)));
+    for (std::size_t number = 0; number < 3000; ++number) members.push_back(file(nameOf("f", number)));
     UnpackScene scene(std::move(members));
     prepare(scene);
     scene.events.onProgress = [](const UnpackProgress& progress) { return progress.members < 100; };

@@ -67,7 +67,7 @@ TEST_P(Damage, AFullDiskEndsTheRun) {
 
 TEST(Damage, AFullDiskEndsTheThreadsToo) {
     std::vector<FakeMember> members;
-    for (int number = 0; number < 5000; ++number) members.push_back(file("f" + std::to_string(number), "12345"));
+    for (std::size_t number = 0; number < 5000; ++number) members.push_back(file(nameOf("f", number), "12345"));
     UnpackScene scene(std::move(members));
     scene.options.threads = 4;
     scene.reader.detaches = true;

@@ -11,7 +11,7 @@ std::vector<FakeMember> manyMembers(std::size_t count) {
     std::vector<FakeMember> members;
     members.reserve(count);
     for (std::size_t number = 0; number < count; ++number) {
-        members.push_back(file("d" + std::to_string(number / 100) + "/f" + std::to_string(number), "x"));
+        members.push_back(file(nameOf(nameOf("d", number / 100) + "/f", number), "x"));
     }
     return members;
 }
@@ -33,7 +33,7 @@ TEST(ManyMembers, CostAFewStepsEach) {
 
 TEST(ManyMembers, AreLookedForOnceEachWhereFoldersAreOld) {
     UnpackScene scene(manyMembers(20'000));
-    for (int number = 0; number < 200; ++number) scene.target.putFolder("d" + std::to_string(number));
+    for (std::size_t number = 0; number < 200; ++number) scene.target.putFolder(nameOf("d", number));
     EXPECT_EQ(scene.unpack(), kOk);
     EXPECT_EQ(scene.target.finds, 20'000U);
     EXPECT_EQ(scene.target.folders, 200U);
@@ -41,7 +41,7 @@ TEST(ManyMembers, AreLookedForOnceEachWhereFoldersAreOld) {
 
 TEST(ManyMembers, FoldersCostAFewStepsEach) {
     std::vector<FakeMember> members;
-    for (int number = 0; number < 20'000; ++number) members.push_back(folder("d" + std::to_string(number) + "/"));
+    for (std::size_t number = 0; number < 20'000; ++number) members.push_back(folder(nameOf("d", number) + "/"));
     UnpackScene scene(std::move(members));
     EXPECT_EQ(scene.unpack(), kOk);
     EXPECT_EQ(scene.target.folders, 20'000U);
@@ -52,7 +52,7 @@ TEST(ManyMembers, OfOneDeepFolderDoNotClimbItEachTime) {
     std::string deep;
     for (int depth = 0; depth < 100; ++depth) deep += "d/";
     std::vector<FakeMember> members;
-    for (int number = 0; number < 1000; ++number) members.push_back(file(deep + std::to_string(number), "x"));
+    for (std::size_t number = 0; number < 1000; ++number) members.push_back(file(nameOf(deep, number), "x"));
     UnpackScene scene(std::move(members));
     EXPECT_EQ(scene.unpack(), kOk);
     EXPECT_EQ(scene.target.folders, 100U);

@@ -13,8 +13,8 @@ namespace {
 TEST(Parallel, KeepsTheOrderOfReports) {
     std::vector<FakeMember> members;
     Lines expected;
-    for (int number = 0; number < 3000; ++number) {
-        const std::string name = "f" + std::to_string(number);
+    for (std::size_t number = 0; number < 3000; ++number) {
+        const std::string name = nameOf("f", number);
         members.push_back(file(name, std::string(static_cast<std::size_t>(number * 7919 % 5000), 'x')));
         if (number % 10 == 3) {
             members.back().code = kFileCrc;
@@ -58,7 +58,7 @@ TEST(Parallel, UnpacksSeveralAtOnce) {
 
 TEST(Parallel, WritesBesideAReaderThatGoesInOrder) {
     std::vector<FakeMember> members;
-    for (int number = 0; number < 500; ++number) members.push_back(file("f" + std::to_string(number), "12345"));
+    for (std::size_t number = 0; number < 500; ++number) members.push_back(file(nameOf("f", number), "12345"));
     members.push_back(file("large", ""));
     members.back().member.originalSize = members.back().zeros = std::uint64_t{3} << 20;
     UnpackScene scene(std::move(members));
@@ -83,9 +83,9 @@ TEST(Parallel, ReadsOnTheCallersThreadWhenAskedTo) {
 // Members that claim much are held back, so that few of them are in memory at a time.
 TEST(Parallel, BoundsWhatIsInTheLineByItsClaims) {
     std::vector<FakeMember> members;
-    for (int number = 0; number < 100; ++number) {
-        FakeMember member = file("f" + std::to_string(number), "x");
-        member.member.originalSize = std::uint64_t{1} << 40;
+    for (std::size_t number = 0; number < 100; ++number) {
+        FakeMember member = file(nameOf("f", number), "x");
+        member.member.originalSize = member.member.packedSize = std::uint64_t{16} << 20;
         members.push_back(member);
     }
     UnpackScene scene(std::move(members));

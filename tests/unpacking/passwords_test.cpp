@@ -128,14 +128,14 @@ TEST_P(Passwords, MayDifferFromMemberToMember) {
 
 TEST(Passwords, ThatDifferForEachMemberCostNoMoreThanTwoWalks) {
     std::vector<FakeMember> members;
-    for (int number = 0; number < 2000; ++number) {
-        members.push_back(encrypted("f" + std::to_string(number), std::to_string(number)));
+    for (std::size_t number = 0; number < 2000; ++number) {
+        members.push_back(encrypted(nameOf("f", number), std::to_string(number)));
     }
     UnpackScene scene(std::move(members));
     scene.options.threads = 4;
     scene.reader.detaches = true;
     scene.password = "0";
-    for (int number = 1; number < 2000; ++number) scene.events.passwords.push_back(std::to_string(number));
+    for (std::size_t number = 1; number < 2000; ++number) scene.events.passwords.push_back(std::to_string(number));
     EXPECT_EQ(scene.unpack(), kOk);
     EXPECT_EQ(scene.summary.unpacked, 2000U);
     // One walk counts, one unpacks, one reads again what the threads had been given.

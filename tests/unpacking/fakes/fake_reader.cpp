@@ -57,6 +57,11 @@ FakeMember encrypted(std::string name, std::string password, std::string content
     return made;
 }
 
+std::string nameOf(std::string letters, std::size_t number) {
+    letters += std::to_string(number);
+    return letters;
+}
+
 ReturnCode FakeReader::next(Member& member) {
     ++nexts;
     readable_ = false;

@@ -25,6 +25,9 @@ FakeMember symbolicLink(std::string name, std::string target);
 FakeMember hardLink(std::string name, std::string target);
 FakeMember encrypted(std::string name, std::string password, std::string content = "secret");
 
+/// "f12" from "f" and 12.
+std::string nameOf(std::string letters, std::size_t number);
+
 /// An archive of such members. Counts what is asked of it.
 class FakeReader final : public ArchiveReader {
 public:

@@ -145,8 +145,8 @@ TEST_P(Image, ExportsUndecoratedNamesOfItsPrefixOnly) {
 TEST_P(Image, IsNamedAsCallersLoadIt) { EXPECT_EQ(library.ownName(), std::string(GetParam().module) + ".dll"); }
 
 TEST_P(Image, NeedsNothingButTheSystem) {
-    const std::set<std::string> system = {"advapi32.dll", "bcrypt.dll", "crypt32.dll", "kernel32.dll",
-                                          "msvcrt.dll",   "user32.dll", "ws2_32.dll"};
+    const std::set<std::string> system = {"advapi32.dll", "bcrypt.dll", "comctl32.dll", "crypt32.dll", "gdi32.dll",
+                                          "kernel32.dll", "msvcrt.dll", "user32.dll",   "ws2_32.dll"};
     const std::set<std::string> imported = library.importedModules();
     EXPECT_EQ(imported.count("kernel32.dll"), 1U);
     for (const std::string& name : imported) {

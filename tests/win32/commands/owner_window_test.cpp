@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
 #include <stdexcept>
+#include <thread>
 
 #include "archivers/commands/command_dialogs.h"
 #include "win32/commands/host_window.h"
@@ -83,6 +85,20 @@ TEST(OwnerWindow, LeavesTheFocusWhereTheUserHasPutIt) {
         ::SetFocus(other.edit());
     }
     EXPECT_EQ(::GetFocus(), other.edit());
+}
+
+TEST(OwnerWindow, IsNoneWhenItsThreadWaits) {
+    std::promise<HWND> made;
+    std::promise<void> done;
+    std::thread other([&] {
+        const HostWindow host;
+        made.set_value(host.window());
+        done.get_future().wait();
+        EXPECT_TRUE(::IsWindowEnabled(host.window()));
+    });
+    EXPECT_EQ(OwnerWindow(made.get_future().get()).window(), nullptr);
+    done.set_value();
+    other.join();
 }
 
 TEST(CommandDialogs, DisableTheOwnerWithoutAnyWindowToo) {

@@ -141,6 +141,22 @@ TEST_F(QuestionTest, ControlsStandBesideEachOtherInsideTheWindow) {
         L"C:\\" + std::wstring(300, L'x') + L"\\a.txt");
 }
 
+TEST_F(QuestionTest, MovesWithAnotherResolutionToTheSuggestedPlace) {
+    constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED
+    replace([](HWND dialog) {
+        RECT before, after;
+        ::GetWindowRect(dialog, &before);
+        RECT suggested{50, 60, 300, 200};
+        ::SendMessageW(dialog, kDpiChanged, MAKEWPARAM(96, 96), reinterpret_cast<LPARAM>(&suggested));
+        ::GetWindowRect(dialog, &after);
+        EXPECT_EQ(after.left, 50);
+        EXPECT_EQ(after.top, 60);
+        EXPECT_EQ(after.right - after.left, before.right - before.left);  // as large as the texts need
+        EXPECT_EQ(after.bottom - after.top, before.bottom - before.top);
+        ::EndDialog(dialog, IDCANCEL);
+    });
+}
+
 TEST_F(QuestionTest, AWindowIsDisabledOnlyWhileItAsks) {
     replace([&](HWND dialog) {
         EXPECT_FALSE(::IsWindowEnabled(host.window()));

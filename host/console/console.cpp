@@ -3,13 +3,32 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "drivers/common_driver.h"
+#include "drivers/extract_lines.h"
+#include "host/console/extract_report.h"
 #include "host/console/json_text.h"
 #include "host/console/listing.h"
+#include "host/console/member_list.h"
+#include "host/console/progress_line.h"
 
 namespace tovar::host {
 namespace {
 
 constexpr std::size_t kWriteSize = 1 << 16;  // bytes that are gathered before they are written
+
+constexpr std::int16_t kMostFiles = 32767;  // that the library's output has room for
+
+ExistingFiles existingFiles(Arguments::Existing existing) {
+    switch (existing) {
+        case Arguments::Existing::Overwrite:
+            return ExistingFiles::Overwrite;
+        case Arguments::Existing::Ask:
+            return ExistingFiles::Ask;
+        case Arguments::Existing::Skip:
+            break;
+    }
+    return ExistingFiles::Skip;
+}
 
 /// The kind's first extension is the word that people know it by.
 std::wstring kindWord(const KindRow& row) { return std::wstring(row.extensions.front()); }
@@ -44,6 +63,8 @@ int Console::run(const Arguments& arguments) {
             return forEach(arguments, &Console::list);
         case Arguments::Command::Test:
             return forEach(arguments, &Console::test);
+        case Arguments::Command::Extract:
+            return forEach(arguments, &Console::extract);
         case Arguments::Command::Unknown:
             break;
     }
@@ -76,14 +97,15 @@ int Console::forEach(const Arguments& arguments, Command command) {
                 complain(name + L": this is no good " + kindWord(*row) + L" archive");
                 note(kBadArchive);
             } else {
-                note((this->*command)(file, *driver, arguments.json));
+                note((this->*command)(file, *driver, arguments));
             }
         }
     }
     return result;
 }
 
-ExitCode Console::list(const std::wstring& file, ArchiveDriver& driver, bool json) {
+ExitCode Console::list(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments) {
+    const bool json = arguments.json;
     const std::uint32_t count = driver.SetArcFile(file);
     std::string out;
     out.reserve(2 * kWriteSize);
@@ -106,15 +128,22 @@ ExitCode Console::list(const std::wstring& file, ArchiveDriver& driver, bool jso
             out.clear();
         }
     }
-    out += json ? "]}\n" : std::to_string(count) + (count == 1 ? " member\n" : " members\n");
+    const bool complete = driver.listingComplete();
+    if (json) {
+        out += complete ? "],\"complete\":true}\n" : "],\"complete\":false}\n";
+    } else {
+        out += std::to_string(count) + (count == 1 ? " member\n" : " members\n");
+    }
     output_.write(out);
-    return kGood;
+    if (complete) return kGood;
+    complain(file + L": the listing breaks off here");
+    return kBadArchive;
 }
 
-ExitCode Console::test(const std::wstring& file, ArchiveDriver& driver, bool json) {
+ExitCode Console::test(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments) {
     const bool good = driver.TestArchive(file);
     std::string out;
-    if (json) {
+    if (arguments.json) {
         out += "{\"archive\":";
         appendJson(out, file);
         out += good ? ",\"good\":true}\n" : ",\"good\":false}\n";
@@ -124,6 +153,55 @@ ExitCode Console::test(const std::wstring& file, ArchiveDriver& driver, bool jso
     }
     output_.write(out);
     return good ? kGood : kBadArchive;
+}
+
+ExitCode Console::extract(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments) {
+    const ExtractWords& words = driver.description().extract;
+    if (arguments.flat && !unpacksFlat(words)) {
+        complain(file + L": archives of this kind unpack with their folders only");
+        return kBadLine;
+    }
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::absolute(
+        arguments.folder.empty() ? std::filesystem::current_path(error) : std::filesystem::path(arguments.folder),
+        error);
+    if (error) {
+        complain(arguments.folder + L": there can be no such folder");
+        return kBadLine;
+    }
+    if (auto* const common = dynamic_cast<CommonDriver*>(&driver)) common->setMaxFileCount(kMostFiles);
+    ExtractResult result;
+    try {
+        const MemberList members(arguments.members, driver.listCodec(), system_.workFolder(), system_.files());
+        ProgressLine line(output_);
+        if (output_.errorsAreSeen()) {
+            driver.setProgress([&line](const ExtractProgress& progress) {
+                line.show(progress);
+                return true;
+            });
+        }
+        result = driver.extract({.owner = arguments.ask ? system_.questionOwner() : nullptr,
+                                 .command = extractCommand(words, {.keepFolders = !arguments.flat,
+                                                                   .existing = existingFiles(arguments.existing),
+                                                                   .listed = members.isFile()}),
+                                 .archive = file,
+                                 .folder = folder.wstring(),
+                                 .members = members.argument(),
+                                 .keepExisting = arguments.existing != Arguments::Existing::Overwrite});
+        driver.setProgress({});
+    } catch (const SystemError&) {
+        complain(file + L": the members' names cannot be told to the library");
+        return kBadArchive;
+    }
+    std::string out;
+    appendResult(out, file, folder.wstring(), result, arguments.json);
+    output_.write(out);
+    if (!result.message.empty() && (result.failed || result.nothingChosen)) complain(file + L": " + result.message);
+    if (result.nothingChosen) {
+        complain(file + L": no member is called so");
+        return kNoMember;
+    }
+    return result.failed ? kBadArchive : kGood;
 }
 
 }  // namespace tovar::host

@@ -3,17 +3,10 @@
 #include <string_view>
 
 #include "host/console/arguments.h"
+#include "host/console/console_output.h"
 #include "host/console/system_services.h"
 
 namespace tovar::host {
-
-/// Where the console host writes; texts are UTF-8.
-class ConsoleOutput {
-public:
-    virtual ~ConsoleOutput() = default;
-    virtual void write(std::string_view text) = 0;
-    virtual void writeError(std::string_view text) = 0;
-};
 
 /// Tells the component's messages on the error output.
 class ConsoleMessages final : public MessageBoxes {
@@ -26,7 +19,7 @@ private:
 };
 
 /// Exit codes of the console host.
-enum ExitCode { kGood = 0, kBadArchive = 1, kBadLine = 2, kNoLibrary = 3 };
+enum ExitCode { kGood = 0, kBadArchive = 1, kBadLine = 2, kNoLibrary = 3, kNoMember = 4 };
 
 /// The console host's commands, on the component's own drivers.
 class Console {
@@ -37,11 +30,12 @@ public:
     int run(const Arguments& arguments);
 
 private:
-    using Command = ExitCode (Console::*)(const std::wstring& file, ArchiveDriver& driver, bool json);
+    using Command = ExitCode (Console::*)(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments);
 
     int forEach(const Arguments& arguments, Command command);
-    ExitCode list(const std::wstring& file, ArchiveDriver& driver, bool json);
-    ExitCode test(const std::wstring& file, ArchiveDriver& driver, bool json);
+    ExitCode list(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments);
+    ExitCode test(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments);
+    ExitCode extract(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments);
     void complain(const std::wstring& text);
 
     ConsoleOutput& output_;

@@ -5,6 +5,7 @@
 #include "drivers/library_finder.h"
 #include "front/kind_table.h"
 #include "front/library_check.h"
+#include "shell/work_folder.h"
 
 namespace tovar::host {
 
@@ -16,6 +17,9 @@ struct SystemParts {
     std::unique_ptr<TextCodec> ansi;
     RegionalSettings regional;
     std::wstring programFolder;  ///< where the bundled libraries lie
+    /// Owner of the libraries' questions: a hidden window, or, where there are none, anything that is not null, which
+    /// lets a library ask on the terminal.
+    std::shared_ptr<void> questionOwner;
 };
 [[nodiscard]] SystemParts systemParts();
 
@@ -26,9 +30,19 @@ public:
     /// @param messages  outlives this object
     explicit SystemServices(MessageBoxes& messages) : messages_(messages) {}
 
-    [[nodiscard]] DriverServices drivers() { return {libraries_, messages_, parts_.regional, *parts_.files, passwords_}; }
+    [[nodiscard]] DriverServices drivers() {
+        return {libraries_, messages_, parts_.regional, *parts_.files, passwords_};
+    }
     /// Whether the archives of a kind can be read. Only that kind's library is loaded for the answer.
     [[nodiscard]] bool reads(const KindRow& row) { return !CheckKind(row, drivers(), operations_).empty(); }
+
+    [[nodiscard]] WindowHandle questionOwner() { return parts_.questionOwner.get(); }
+    [[nodiscard]] FileSystem& files() { return *parts_.files; }
+    /// The system's folder for temporary files.
+    [[nodiscard]] WorkFolder& workFolder() {
+        workFolder_.resetToTempFolder();
+        return workFolder_;
+    }
 
 private:
     MessageBoxes& messages_;
@@ -39,6 +53,7 @@ private:
     LibraryFinder finder_{*parts_.paths, *parts_.files, *folders_, parts_.programFolder};
     ArchiverLibraries libraries_{*loader_, finder_, *parts_.ansi, *parts_.paths};
     PathOperations operations_{*parts_.files, *parts_.paths, *parts_.information, messages_};
+    WorkFolder workFolder_{operations_, *parts_.files, *parts_.paths};
 };
 
 }  // namespace tovar::host

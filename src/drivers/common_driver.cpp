@@ -11,11 +11,12 @@
 namespace tovar {
 namespace {
 
-constexpr std::uint32_t kOpenMode = 0;       ///< the library's own defaults
-constexpr std::int32_t kUnpackDialog = 1;    ///< settings of unpacking
-constexpr std::uint32_t kLineLength = 81;    ///< what a command's output has for one file
-constexpr std::uint32_t kMoreFileLines = 4;  ///< and for its frame
-constexpr std::int32_t kNoMoreEntries = -1;  ///< every other answer of a search ends the listing early
+constexpr std::uint32_t kOpenMode = 0;        ///< the library's own defaults
+constexpr std::int32_t kUnpackDialog = 1;     ///< settings of unpacking
+constexpr std::uint32_t kLineLength = 81;     ///< what a command's output has for one file
+constexpr std::uint32_t kMoreFileLines = 4;   ///< and for its frame
+constexpr std::int32_t kNoMoreEntries = -1;   ///< every other answer of a search ends the listing early
+constexpr std::int32_t kFirstError = 0x8000;  ///< some libraries give the number of skipped members below it
 constexpr std::wstring_view kAllMembers = L"*.*";
 constexpr std::wstring_view kMoreMark = L"\n[More...]";
 
@@ -167,6 +168,7 @@ ExtractResult CommonDriver::extract(const ExtractRequest& request) {
             .message = ErrString(),
             .text = written_,
             .cut = cut_,
+            .failed = ReturnCode() < 0 || ReturnCode() >= kFirstError,
             .nothingChosen = ReturnCode() == return_code::kNoSuchMember};
 }
 

@@ -25,6 +25,7 @@ struct ExtractResult {
     std::wstring message = {};   ///< for the user; empty on success, and where the driver has shown its own
     std::wstring text = {};      ///< what the library wrote, also about a failure; line ends as it writes them
     bool cut = false;            ///< the text was longer
+    bool failed = false;         ///< a member, or all of it; skipped ones do not count
     bool nothingChosen = false;  ///< no member is called so
 };
 

@@ -98,7 +98,7 @@ bool cUnAce::ACEExtract(std::wstring_view archive, std::wstring_view outputFolde
                                           .archive = std::wstring(archive),
                                           .folder = std::wstring(outputFolder),
                                           .members = std::wstring(members)});
-    return result.code == code::kOk && !result.nothingChosen;
+    return !result.failed && !result.nothingChosen;
 }
 
 ExtractResult cUnAce::extract(const ExtractRequest& request) {
@@ -108,7 +108,7 @@ ExtractResult cUnAce::extract(const ExtractRequest& request) {
         std::string bytes;
         if (files_.readFile(words.substr(1), bytes) != 0) {
             tell(L"Can not open '" + words.substr(1) + L"' !");
-            return {.code = code::kRead};
+            return {.code = code::kRead, .failed = true};
         }
         words = library_.codec().decode(bytes);
     }
@@ -121,6 +121,7 @@ ExtractResult cUnAce::extract(const ExtractRequest& request) {
     const AceExtractPorts ports{library_, files_, passwords_, [this](std::wstring_view text) { tell(text); },
                                 progress_};
     ExtractResult result = AceExtraction(options, choice, ports).run();
+    result.failed = result.code != code::kOk;
     if (result.code == code::kOpen && result.text.empty()) tellNotOpened(request.archive);
     return result;
 }

@@ -14,6 +14,7 @@ SystemParts systemParts() {
     parts.information = std::make_unique<PosixSystemInformation>();
     parts.ansi = std::make_unique<Utf8Codec>();
     parts.programFolder = std::filesystem::read_symlink("/proc/self/exe").parent_path().wstring();
+    parts.questionOwner = std::make_shared<char>();
     return parts;
 }
 

@@ -19,6 +19,11 @@ SystemParts systemParts() {
     parts.ansi = std::make_unique<AnsiCodec>();
     parts.regional = loadRegionalSettings();
     parts.programFolder = std::filesystem::path(moduleFile(nullptr)).parent_path().wstring();
+    parts.questionOwner = std::shared_ptr<void>(
+        ::CreateWindowExW(0, L"STATIC", L"tovar", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr),
+        [](void* window) {
+            if (window != nullptr) ::DestroyWindow(static_cast<HWND>(window));
+        });
     return parts;
 }
 

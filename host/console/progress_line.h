@@ -1,0 +1,25 @@
+#pragma once
+#include <string>
+
+#include "drivers/extraction.h"
+#include "host/console/console_output.h"
+
+namespace tovar::host {
+
+/// How far an extraction is, in one line of a terminal that is written over again and again.
+class ProgressLine {
+public:
+    explicit ProgressLine(ConsoleOutput& output) : output_(output) {}
+    ~ProgressLine() { clear(); }
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+
+    void show(const ExtractProgress& progress);
+    void clear();
+
+private:
+    ConsoleOutput& output_;
+    std::string shown_;
+};
+
+}  // namespace tovar::host

@@ -36,7 +36,7 @@ struct TargetName {
 /// with it; an absolute name is taken for one below the target. Control characters and bytes that are no UTF-8 become
 /// "_". For Windows, drives and the prefixes of absolute names go; what stands for a device gets "_" in front; "_"
 /// takes the place of what Windows does not allow, of ":", of marks that turn the direction of writing, and of dots and
-/// blanks at the end of a part, so that no two names fall together.
+/// blanks at the end of a part, which Windows would cut off.
 ///
 /// kLongFileName: a part above 255 UTF-16 units (Windows) or bytes (POSIX), or the whole above 32,000 of them.
 /// Source: Windows documentation, "Naming Files, Paths, and Namespaces"

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <ctime>
+#include <iterator>
 
 #include "archivers/formats/moments.h"
 
@@ -29,17 +30,17 @@ std::string counted(std::uint64_t count, const char* unit) {
 std::string sizeText(std::uint64_t bytes) {
     if (bytes == 1) return "1 byte";
     std::size_t unit = 0;
-    std::uint64_t whole = bytes;
-    std::uint64_t rest = 0;  // of the unit before, below 1024
-    while (whole >= 1024) {
-        rest = whole % 1024;
-        whole /= 1024;
-        ++unit;
-    }
+    while (unit + 1 < std::size(kUnits) && bytes >> 10 * (unit + 1) != 0) ++unit;
+    const std::uint64_t size = std::uint64_t{1} << 10 * unit;
+    const std::uint64_t whole = bytes / size;
+    std::uint64_t rest = bytes % size;
     std::string text = withThousands(whole);
-    if (unit > 0 && whole < 100) {
-        const std::string hundredths = std::to_string(100 + rest * 100 / 1024);
-        text.append(1, '.').append(hundredths, 1, whole < 10 ? 2 : 1);
+    const int decimals = unit == 0 || whole >= 100 ? 0 : whole >= 10 ? 1 : 2;
+    for (int decimal = 0; decimal < decimals; ++decimal) {
+        rest *= 10;  // below 2^64, as the largest unit is 2^60
+        if (decimal == 0) text += '.';
+        text += static_cast<char>('0' + rest / size);
+        rest %= size;
     }
     return text + " " + kUnits[unit];
 }

@@ -7,6 +7,7 @@
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
 #include "formats/support/tar_builder.h"
+#include "formats/support/zip_builder.h"
 
 /// Archives that are none, or no longer.
 namespace archiver::test {
@@ -207,6 +208,32 @@ TEST(TarDamage, FileThatWasCompressedTwiceByCompressIsRefused) {
     const OpenResult opened = openTar(dataFile("tar/twice.Z"));
     ASSERT_TRUE(opened.reader);
     EXPECT_EQ(unpack(*opened.reader, "twice").code, kNotSupport);
+}
+
+TEST(GzipDamage, InAnyByteOfTheTrailerIsFound) {
+    // Once longer than what is unpacked at a time, and two parts behind each other.
+    for (const std::size_t size : {std::size_t{10}, std::size_t{1000000}}) {
+        const std::string content(size, 'x');
+        const std::string header("\x1F\x8B\x08\0\0\0\0\0\0\x03", 10);
+        const std::string part = header + ZipBuilder::deflateStored(content) +
+                                 ZipBuilder::number32(ZipBuilder::crcOf(content)) + ZipBuilder::number32(size);
+        const std::string good = part + part;
+        const auto codeOf = [](std::string bytes) {
+            const OpenResult opened = openTar(inMemory(std::move(bytes)), "x.gz");
+            if (!opened.reader) return opened.code;
+            Member member;
+            if (const ReturnCode code = opened.reader->next(member); code != kOk) return code;
+            return unpack(*opened.reader).code;
+        };
+        EXPECT_EQ(codeOf(good), kOk);
+        for (const std::size_t end : {part.size(), good.size()}) {
+            for (std::size_t back = 1; back <= 8; ++back) {
+                std::string bytes = good;
+                bytes[end - back] = static_cast<char>(bytes[end - back] ^ 1);
+                EXPECT_EQ(codeOf(bytes), kFileCrc) << size << " " << end << " " << back;
+            }
+        }
+    }
 }
 
 }  // namespace

@@ -25,6 +25,9 @@ public:
     /// Leaves out bytes where that is cheaper than reading them.
     /// @return how many were left out, at most `count`
     virtual std::uint64_t skip(std::uint64_t count) noexcept = 0;
+
+    /// Bytes of the file that were read or left out so far.
+    [[nodiscard]] virtual std::uint64_t consumed() const noexcept = 0;
 };
 
 /// Makes the stream of a file; the file must outlive it.

@@ -13,6 +13,7 @@ public:
 
     ReturnCode next(std::span<const char>& piece) noexcept override;
     std::uint64_t skip(std::uint64_t count) noexcept override;
+    [[nodiscard]] std::uint64_t consumed() const noexcept override { return position_; }
 
 private:
     static constexpr std::size_t kPiece = std::size_t{64} * 1024;

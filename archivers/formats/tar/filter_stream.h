@@ -15,6 +15,7 @@ public:
 
     ReturnCode next(std::span<const char>& piece) noexcept override;
     std::uint64_t skip(std::uint64_t) noexcept override { return 0; }
+    [[nodiscard]] std::uint64_t consumed() const noexcept override { return input_.consumed(); }
 
 private:
     ReturnCode open() noexcept;

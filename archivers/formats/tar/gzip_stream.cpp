@@ -1,5 +1,7 @@
 #include "archivers/formats/tar/gzip_stream.h"
 
+#include <libdeflate.h>
+
 #include <algorithm>
 #include <array>
 #include <new>
@@ -44,7 +46,8 @@ bool readGzipHeader(const InputFile& file, GzipHeader& header) {
     return position <= file.size();
 }
 
-GzipStream::GzipStream(const InputFile& file) : input_(file), buffer_(std::make_unique_for_overwrite<char[]>(kPiece)) {
+GzipStream::GzipStream(const InputFile& file)
+    : file_(file), input_(file), buffer_(std::make_unique_for_overwrite<char[]>(kPiece)) {
     if (::inflateInit2(&inflate_, kGzipWindow) != Z_OK) throw std::bad_alloc();
 }
 
@@ -66,11 +69,19 @@ void GzipStream::fill() noexcept {
     while (inflate_.avail_out > 0 && error_ == kOk && !ended_) {
         refill();
         if (error_ != kOk) return;
-        switch (::inflate(&inflate_, Z_NO_FLUSH)) {
+        const Bytef* const start = inflate_.next_out;
+        const int result = ::inflate(&inflate_, Z_NO_FLUSH);
+        if (const auto written = static_cast<std::size_t>(inflate_.next_out - start); written > 0) {
+            if (size_ == 0) ::inflateValidate(&inflate_, 0);  // zlib has looked at the header's own checksum by now
+            crc_ = ::libdeflate_crc32(crc_, start, written);
+            size_ += static_cast<std::uint32_t>(written);
+        }
+        switch (result) {
             case Z_OK:
                 break;
             case Z_STREAM_END:
-                afterMember();
+                error_ = checkMember();
+                if (error_ == kOk) afterMember();
                 break;
             case Z_BUF_ERROR:
                 if (inputEnded_ && inflate_.avail_in == 0) error_ = kCannotRead;
@@ -105,7 +116,21 @@ void GzipStream::afterMember() noexcept {
         ended_ = true;
         return;
     }
-    if (::inflateReset(&inflate_) != Z_OK) error_ = kFileCrc;
+    startMember();
+}
+
+void GzipStream::startMember() noexcept {
+    if (::inflateReset(&inflate_) != Z_OK || ::inflateValidate(&inflate_, 1) != Z_OK) error_ = kFileCrc;
+    crc_ = size_ = 0;
+}
+
+/// The checksum and the size are the last of what zlib took.
+ReturnCode GzipStream::checkMember() const noexcept {
+    std::array<char, 8> trailer{};
+    if (!file_.readAll(input_.consumed() - inflate_.avail_in - trailer.size(), trailer)) return kCannotRead;
+    const bool good =
+        little_endian::load32(trailer.data()) == crc_ && little_endian::load32(trailer.data() + 4) == size_;
+    return good ? kOk : kFileCrc;
 }
 
 }  // namespace archiver::tar

@@ -46,6 +46,7 @@ SingleReader::SingleReader(std::unique_ptr<InputFile> file, Compression compress
 
 ReturnCode SingleReader::restart() {
     position_ = Position::kBefore;
+    consumed_ = 0;
     return kOk;
 }
 
@@ -81,6 +82,7 @@ ReturnCode SingleReader::read(const DataSink& sink) {
     for (;;) {
         std::span<const char> piece;
         if (const ReturnCode code = stream->next(piece); code != kOk) return code;
+        consumed_ = stream->consumed();
         if (piece.empty()) return kOk;
         if (!sink(piece.data(), piece.size())) return kUserCancel;
     }

@@ -25,6 +25,7 @@ public:
     ReturnCode next(Member& member) override;
     ReturnCode restart() override;
     ReturnCode read(const DataSink& sink) override;
+    [[nodiscard]] std::uint64_t consumed() const override { return consumed_; }
 
 private:
     enum class Position { kBefore, kOn, kBehind };
@@ -34,6 +35,7 @@ private:
     SingleMember member_;
     ArchiveFacts facts_;
     Position position_ = Position::kBefore;
+    std::uint64_t consumed_ = 0;
 };
 
 }  // namespace archiver::tar

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "archivers/formats/legacy_text.h"
-#include "archivers/formats/tar/entry_path.h"
 #include "archivers/formats/utf8.h"
 
 namespace archiver::tar {
@@ -28,25 +27,41 @@ std::optional<std::string> narrow(const std::string& utf8) {
     return bytes;
 }
 
+/// Bytes that are no UTF-8 are a text in the system's code page.
+void settle(std::string& text) {
+    if (isUtf8(text)) return;
+    const std::string bytes = std::exchange(text, {});
+    appendLegacyText(bytes, LegacyPage::kAnsi, text);
+}
+
 }  // namespace
 
 void TarNames::nameOf(const TarWalker& walker, std::string& name) {
-    if (!copyEntryPath(walker.entry(), name)) name = storedName(walker.count());
-    if (isUtf8(name)) return;
-    const std::string bytes = std::exchange(name, {});
-    appendLegacyText(bytes, LegacyPage::kAnsi, name);
+    if (!copyEntryText(walker.entry(), EntryText::kPath, name) && !storedText(walker.count(), EntryText::kPath, name)) {
+        name.assign(1, '_');
+    }
+    settle(name);
 }
 
-std::string TarNames::storedName(std::uint64_t count) {
-    static constexpr char kNoName[] = "_";
+bool TarNames::targetOf(const TarWalker& walker, EntryText which, std::string& target) {
+    target.clear();
+    // Without a warning, an entry that has no such text has none in the archive either.
+    const bool found =
+        copyEntryText(walker.entry(), which, target) || (walker.warned() && storedText(walker.count(), which, target));
+    if (found) settle(target);
+    return found;
+}
+
+bool TarNames::storedText(std::uint64_t count, EntryText which, std::string& text) {
     if (!second_) second_ = std::make_unique<TarWalker>(makeStream(file_, compression_), "ISO-8859-1");
     while (second_->count() < count) {
-        if (second_->next() != kOk) return kNoName;
+        if (second_->next() != kOk) return false;
     }
-    std::string name;
-    if (second_->entry() == nullptr || !copyEntryPath(second_->entry(), name)) return kNoName;
-    if (!isUtf8(name)) return name;
-    return narrow(name).value_or(name);
+    if (second_->entry() == nullptr || !copyEntryText(second_->entry(), which, text)) return false;
+    if (isUtf8(text)) {
+        if (auto bytes = narrow(text)) text = std::move(*bytes);
+    }
+    return true;
 }
 
 }  // namespace archiver::tar

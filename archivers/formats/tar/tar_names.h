@@ -4,12 +4,13 @@
 #include <string>
 
 #include "archivers/formats/tar/byte_stream.h"
+#include "archivers/formats/tar/entry_path.h"
 #include "archivers/formats/tar/tar_walker.h"
 #include "archivers/formats/tar/utf8_locale.h"
 
 namespace archiver::tar {
 
-/// Gives the names of a tar's entries in UTF-8; the result is always valid.
+/// Gives the names of a tar's entries, and of what they link to, in UTF-8; the result is always valid.
 ///
 /// The walk reads names as UTF-8, as today's systems write them and pax headers must hold them. An entry whose name is
 /// none has no name at all then, and libarchive does not give the stored bytes. They come from a second walk that reads
@@ -24,12 +25,19 @@ public:
     /// @param name    replaced
     void nameOf(const TarWalker& walker, std::string& name);
 
+    /// The name of the file that the walker's current entry is a link to.
+    /// @param which   kSymbolicLink or kHardLink
+    /// @param target  replaced; empty when there is none
+    /// @return false when the entry is no such link
+    bool targetOf(const TarWalker& walker, EntryText which, std::string& target);
+
     /// To be held while libarchive reads headers.
     [[nodiscard]] Utf8Locale::Scope useLocale() const noexcept { return Utf8Locale::Scope(locale_); }
 
 private:
-    /// The stored name of the entry that is the `count`th; only ever asked for later ones.
-    std::string storedName(std::uint64_t count);
+    /// The stored text of the entry that is the `count`th; only ever asked for the same or later ones.
+    /// @return false when it has none
+    bool storedText(std::uint64_t count, EntryText which, std::string& text);
 
     const InputFile& file_;
     Compression compression_;

@@ -35,11 +35,6 @@ const char* methodTextOf(Compression compression) noexcept {
     return "-tar-";
 }
 
-bool hasBytes(struct archive_entry* entry) noexcept {
-    return ::archive_entry_filetype(entry) == AE_IFREG && ::archive_entry_hardlink(entry) == nullptr &&
-           ::archive_entry_hardlink_w(entry) == nullptr;
-}
-
 }  // namespace
 
 TarReader::TarReader(std::unique_ptr<InputFile> file, Compression compression)
@@ -47,6 +42,7 @@ TarReader::TarReader(std::unique_ptr<InputFile> file, Compression compression)
     facts_.fileSize = file_->size();
     facts_.osType = os_type::kUnix;
     facts_.archiveType = archiveTypeOf(compression);
+    facts_.listedByHeaders = compression == Compression::kNone;
     TarReader::restart();
 }
 
@@ -75,11 +71,12 @@ ReturnCode TarReader::next(Member& member) {
 void TarReader::fill(Member& member) {
     constexpr unsigned kOwnerWrites = 0200;
     struct archive_entry* const entry = walker_->entry();
-    const bool folder = ::archive_entry_filetype(entry) == AE_IFDIR;
+    member.kind = kindOf(member.linkTarget);
+    const bool folder = member.kind == MemberKind::kFolder;
 
     names_->nameOf(*walker_, member.name);
     if (folder && !member.name.ends_with('/')) member.name += '/';
-    hasBytes_ = hasBytes(entry);
+    hasBytes_ = member.kind == MemberKind::kFile;
     const la_int64_t size = hasBytes_ ? ::archive_entry_size(entry) : 0;
     member.originalSize = member.packedSize = static_cast<std::uint64_t>(size > 0 ? size : 0);
     member.crc = 0;
@@ -103,6 +100,21 @@ void TarReader::fill(Member& member) {
     if (::archive_entry_atime_is_set(entry) != 0) {
         member.accessed =
             Moment{::archive_entry_atime(entry), static_cast<std::uint32_t>(::archive_entry_atime_nsec(entry))};
+    }
+}
+
+MemberKind TarReader::kindOf(std::string& linkTarget) {
+    if (names_->targetOf(*walker_, EntryText::kHardLink, linkTarget)) return MemberKind::kHardLink;
+    switch (::archive_entry_filetype(walker_->entry())) {
+        case AE_IFREG:
+            return MemberKind::kFile;
+        case AE_IFDIR:
+            return MemberKind::kFolder;
+        case AE_IFLNK:
+            names_->targetOf(*walker_, EntryText::kSymbolicLink, linkTarget);
+            return MemberKind::kSymbolicLink;
+        default:
+            return MemberKind::kSpecial;
     }
 }
 

@@ -23,9 +23,11 @@ public:
     ReturnCode next(Member& member) override;
     ReturnCode restart() override;
     ReturnCode read(const DataSink& sink) override;
+    [[nodiscard]] std::uint64_t consumed() const override { return walker_->consumed(); }
 
 private:
     void fill(Member& member);
+    [[nodiscard]] MemberKind kindOf(std::string& linkTarget);
 
     std::unique_ptr<InputFile> file_;
     Compression compression_;

@@ -37,7 +37,8 @@ ReturnCode TarWalker::next() {
     entry_ = nullptr;
     if (ended_ != kOk) return ended_;
     const int result = ::archive_read_next_header(handle_.get(), &entry_);
-    if (result == ARCHIVE_OK || result == ARCHIVE_WARN) {
+    warned_ = result == ARCHIVE_WARN;
+    if (result == ARCHIVE_OK || warned_) {
         ++count_;
         return kOk;
     }

@@ -24,6 +24,12 @@ public:
     /// The current entry; valid until the next one.
     [[nodiscard]] struct archive_entry* entry() const noexcept { return entry_; }
 
+    /// Whether libarchive had something to say about the current entry, such as a name that it could not convert.
+    [[nodiscard]] bool warned() const noexcept { return warned_; }
+
+    /// Bytes of the file that were read.
+    [[nodiscard]] std::uint64_t consumed() const noexcept { return stream_->consumed(); }
+
     /// How many entries were gone to.
     [[nodiscard]] std::uint64_t count() const noexcept { return count_; }
 
@@ -43,6 +49,7 @@ private:
     UniqueArchive handle_;
     struct archive_entry* entry_ = nullptr;
     std::uint64_t count_ = 0;
+    bool warned_ = false;
     ReturnCode ended_ = kOk;
 };
 

@@ -7,9 +7,25 @@ namespace archiver {
 namespace {
 
 /// A locale that knows the letters of all scripts, whatever locale the process has.
+class Letters {
+public:
+    Letters() noexcept : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {}
+    Letters(const Letters&) = delete;
+    Letters& operator=(const Letters&) = delete;
+    ~Letters() {
+        if (locale_ != nullptr) freelocale(locale_);
+    }
+    /// Null when the system has none.
+    [[nodiscard]] locale_t get() const noexcept { return locale_; }
+
+private:
+    locale_t locale_;
+};
+
+/// Freed when its module is unloaded.
 locale_t letters() noexcept {
-    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    return locale;
+    static const Letters letters;
+    return letters.get();
 }
 
 }  // namespace

@@ -172,7 +172,8 @@ bool CommandRun::begins(const Member& member, const std::filesystem::path& file)
         if (context_.memory != nullptr) {
             enough_ = std::exchange(memberTaken_, true);
             if (enough_) return false;
-            context_.memory->changed = member.written;
+            context_.memory->changed =
+                member.written ? member.written : utcOfLocal({.date = member.dosDate, .time = member.dosTime});
             context_.memory->attributes = member.attributes;
         } else if (command_.action == Command::Action::kPrint && command_.printNames) {
             say([&](std::string& out) { texts_.printed(member, out); });

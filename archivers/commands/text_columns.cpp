@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "archivers/commands/command_paths.h"
 #include "archivers/convention/entry_record.h"
 #include "archivers/formats/utf8.h"
 
@@ -36,6 +37,13 @@ std::string listedName(std::string_view utf8Name) {
     const auto isControl = [](char character) { return (character >= 0 && character < ' ') || character == 0x7F; };
     std::replace_if(name.begin(), name.end(), isControl, '_');
     return name;
+}
+
+std::string madeFolder(const MemberReport& report, const std::filesystem::path& target) {
+    if (report.member.kind == MemberKind::kFolder) return report.member.name;
+    std::string name = utf8Of(report.file.lexically_relative(target));
+    std::replace(name.begin(), name.end(), '\\', '/');
+    return name + '/';
 }
 
 std::string_view firstCharacters(std::string_view utf8, std::size_t count) noexcept {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "archivers/convention/library_description.h"
+#include "archivers/unpacking/unpack_events.h"
 
 namespace archiver {
 
@@ -15,6 +16,10 @@ namespace archiver {
 
 /// A member's name for one line of a text that programs read: control characters become "_".
 [[nodiscard]] std::string listedName(std::string_view utf8Name);
+
+/// The name of a folder that a run made, with "/" between its parts and at its end: the member's own name, or below the
+/// target where the folder is only needed by a member.
+[[nodiscard]] std::string madeFolder(const MemberReport& report, const std::filesystem::path& target);
 
 /// The first characters of a text.
 [[nodiscard]] std::string_view firstCharacters(std::string_view utf8, std::size_t count) noexcept;

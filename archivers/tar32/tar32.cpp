@@ -1,11 +1,19 @@
+#include "archivers/commands/command_runner.h"
+#include "archivers/commands/library_settings.h"
 #include "archivers/formats/tar/tar_format.h"
+#include "archivers/tar32/tar_language.h"
 
 #define ARCHIVER_PREFIX Tar
 #include "archivers/convention/exports.h"
 
 namespace {
-constexpr archiver::LibraryDescription kDescription{
-    .prefix = "Tar", .version = 228, .open = &archiver::openTar, .attributeStyle = archiver::AttributeStyle::kLetters};
+constexpr archiver::LibraryDescription kDescription{.prefix = "Tar",
+                                                    .title = "Tar32",
+                                                    .version = 228,
+                                                    .open = &archiver::openTar,
+                                                    .attributeStyle = archiver::AttributeStyle::kLetters,
+                                                    .command = &archiver::runLanguage<archiver::kTarLanguage>,
+                                                    .configure = &archiver::configureLibrary};
 archiver::LibraryCore core(kDescription);
 }  // namespace
 

@@ -39,6 +39,8 @@ public:
         const bool skipped = report.outcome == MemberOutcome::kSkipped;
         failed_ = failed_ || bad;
         if (prints_ && !bad) return;
+        // A folder that is no member itself: its members are named.
+        if (report.outcome == MemberOutcome::kFolderMade && report.member.kind != MemberKind::kFolder) return;
         out += listedName(report.member.name);
         if (report.renamed && !bad && !skipped) out += " -> " + listedName(utf8Of(report.file));
         if (bad || skipped) out += " : " + (bad ? errorText(report.code) : std::string(messageOf(report.code)));

@@ -114,6 +114,7 @@ public:
     void end(const Command& command, const UnpackSummary& summary, std::string& out) override;
 
 private:
+    std::filesystem::path target_;
     const Form* form_ = nullptr;
     Totals totals_;
     bool prints_ = false;
@@ -123,6 +124,7 @@ private:
 
 void UnZipTexts::begin(const Command& command, std::string& out) {
     using Action = Command::Action;
+    target_ = command.options.target;
     prints_ = command.action == Action::kPrint;
     showNames_ = command.showNames && (!prints_ || command.printNames);
     if (command.action == Action::kList || command.action == Action::kListVerbose) form_ = &kForms[command.form];
@@ -159,8 +161,8 @@ void UnZipTexts::member(const MemberReport& report, std::string& out) {
             if (showNames_ && !prints_) out += "    testing: " + name + "   OK\n";
             return;
         case MemberOutcome::kFolderMade:
-            if (showNames_) out += "   creating: ";
-            break;
+            if (showNames_) out += "   creating: " + listedName(madeFolder(report, target_)) + '\n';
+            return;
         case MemberOutcome::kLinkMade:
             if (showNames_) out += "    linking: ";
             break;

@@ -39,6 +39,7 @@ TEST_F(TarTexts, List) {
 TEST_F(TarTexts, NameWhatIsExtracted) {
     EXPECT_EQ(begin(Command::Action::kUnpack), "");
     EXPECT_EQ(wordsOf(*texts_, folderMember(), MemberOutcome::kFolderMade), "docs/\r\n");
+    EXPECT_EQ(wordsOf(*texts_, storedMember(), MemberOutcome::kFolderMade), "") << "a folder that a file needs";
     EXPECT_EQ(wordsOf(*texts_, storedMember(), MemberOutcome::kUnpacked), "b.txt\r\n");
     EXPECT_EQ(renamedWordsOf(*texts_, storedMember()), "b.txt -> x (2).txt\r\n");
     EXPECT_EQ(wordsOf(*texts_, storedMember(), MemberOutcome::kSkipped, kAlreadyExist),

@@ -22,6 +22,7 @@ class UnZipTexts : public ::testing::Test {
 protected:
     std::string begin(Action action, UnZipForm form = UnZipForm::kTable, bool showNames = true) {
         command_.archive = "my.zip";
+        command_.options.target = "out";
         command_.action = action;
         command_.form = static_cast<int>(form);
         command_.showNames = showNames;
@@ -100,6 +101,8 @@ TEST_F(UnZipTexts, ListInTheOtherForms) {
 TEST_F(UnZipTexts, TellWhatIsExtracted) {
     EXPECT_EQ(begin(Action::kUnpack), "Archive:  my.zip\n");
     EXPECT_EQ(wordsOf(*texts_, folderMember(), MemberOutcome::kFolderMade), "   creating: docs/\n");
+    EXPECT_EQ(wordsOf(*texts_, packedMember(), MemberOutcome::kFolderMade), "   creating: x/\n")
+        << "a folder that a file needs";
     EXPECT_EQ(wordsOf(*texts_, packedMember(), MemberOutcome::kUnpacked), "  inflating: docs/a long name.txt\n");
     EXPECT_EQ(wordsOf(*texts_, storedMember(), MemberOutcome::kUnpacked), " extracting: b.txt\n");
     EXPECT_EQ(wordsOf(*texts_, storedMember(), MemberOutcome::kLinkMade), "    linking: b.txt\n");

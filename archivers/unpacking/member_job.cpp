@@ -13,7 +13,7 @@ class JobFile {
 public:
     JobFile(const MemberJob& job, JobSurroundings& around) : job_(job), around_(around) {}
 
-    ReturnCode write(std::span<const char> bytes) {
+    ReturnCode write(std::string_view bytes) {
         if (!job_.toTarget) {
             return around_.output == nullptr || (*around_.output)(bytes.data(), bytes.size()) ? kOk : kUserCancel;
         }
@@ -38,24 +38,6 @@ private:
     std::unique_ptr<OutputFile> file_;
 };
 
-ReturnCode performUnguarded(MemberJob& job, JobSurroundings& around, const ReadFunction& read, const GoOn& goOn) {
-    JobFile file(job, around);
-    ReturnCode failure = kOk;
-    const ReturnCode code = read([&](const char* bytes, std::size_t size) {
-        if (failure != kOk) return false;
-        if (around.stop.load(std::memory_order_relaxed) || (goOn && !goOn())) failure = kUserCancel;
-        if (failure == kOk && size != 0) {
-            failure = file.write({bytes, size});
-            job.bytes.fetch_add(size, std::memory_order_relaxed);
-            around.bytes.fetch_add(size, std::memory_order_relaxed);
-        }
-        return failure == kOk;
-    });
-    if (failure == kOk) failure = code;
-    if (failure == kOk && around.stop.load(std::memory_order_relaxed)) failure = kUserCancel;
-    return failure == kOk ? file.commit() : failure;
-}
-
 class BufferedData final : public DetachedData {
 public:
     explicit BufferedData(std::string bytes) : bytes_(std::move(bytes)) {}
@@ -65,31 +47,52 @@ private:
     std::string bytes_;
 };
 
-ReturnCode bufferUnguarded(MemberJob& job, JobSurroundings& around, const ReadFunction& read, const GoOn& goOn) {
-    std::string buffer;
-    ReturnCode failure = kOk;
-    const ReturnCode code = read([&](const char* bytes, std::size_t size) {
-        if (around.stop.load(std::memory_order_relaxed) || (goOn && !goOn())) failure = kUserCancel;
-        // More than the header claims: the reader will say so; memory goes no further than the claim.
-        if (failure == kOk && size > job.member.originalSize - buffer.size()) failure = kFileCrc;
-        if (failure != kOk) return false;
-        buffer.append(bytes, size);
-        return true;
-    });
-    if (failure == kOk) failure = code;
-    if (failure != kOk) return failure;
-    job.data = std::make_unique<BufferedData>(std::move(buffer));
-    return kOk;
-}
+/// One unpacking of a member, from its first byte to its file's name.
+class Performance {
+public:
+    Performance(MemberJob& job, JobSurroundings& around, const GoOn& goOn, std::size_t toMemory)
+        : job_(job), around_(around), goOn_(goOn), toMemory_(toMemory), file_(job, around) {}
 
-template <class Work>
-ReturnCode guarded(const Work& work) noexcept {
-    try {
-        return work();
-    } catch (...) {
-        return kEnoughMemory;  // nothing below throws for any other reason
+    ReturnCode perform(const ReadFunction& read) {
+        const ReturnCode code = read([this](const char* bytes, std::size_t size) { return take({bytes, size}); });
+        if (failure_ != kOk) return failure_;
+        if (code != kOk) return code;
+        if (around_.stop.load(std::memory_order_relaxed)) return kUserCancel;
+        if (toMemory_ == 0) return file_.commit();
+        job_.cost = buffer_.size();
+        job_.data = std::make_unique<BufferedData>(std::move(buffer_));
+        return kOk;
     }
-}
+
+private:
+    bool take(std::string_view bytes) {
+        if (failure_ != kOk) return false;
+        if (around_.stop.load(std::memory_order_relaxed) || (goOn_ && !goOn_())) {
+            failure_ = kUserCancel;
+        } else if (bytes.size() <= toMemory_ - buffer_.size()) {
+            buffer_.append(bytes);
+        } else {
+            toMemory_ = 0;
+            if (!buffer_.empty()) write(std::exchange(buffer_, {}));
+            if (failure_ == kOk && !bytes.empty()) write(bytes);
+        }
+        return failure_ == kOk;
+    }
+
+    void write(std::string_view bytes) {
+        failure_ = file_.write(bytes);
+        job_.bytes.fetch_add(bytes.size(), std::memory_order_relaxed);
+        around_.bytes.fetch_add(bytes.size(), std::memory_order_relaxed);
+    }
+
+    MemberJob& job_;
+    JobSurroundings& around_;
+    const GoOn& goOn_;
+    std::size_t toMemory_;  ///< 0 once it is too much for that
+    std::string buffer_;
+    JobFile file_;
+    ReturnCode failure_ = kOk;
+};
 
 }  // namespace
 
@@ -103,14 +106,16 @@ ItemProperties propertiesOf(const Member& member, bool restoreAttributes, std::s
     return properties;
 }
 
-ReturnCode performJob(MemberJob& job, JobSurroundings& around, const ReadFunction& read, const GoOn& goOn) {
-    const ReturnCode code = guarded([&] { return performUnguarded(job, around, read, goOn); });
+ReturnCode performJob(MemberJob& job, JobSurroundings& around, const ReadFunction& read, const GoOn& goOn,
+                      std::size_t toMemory) {
+    ReturnCode code = kEnoughMemory;
+    try {
+        code = Performance(job, around, goOn, toMemory).perform(read);
+    } catch (...) {
+        code = kEnoughMemory;  // nothing below throws for any other reason
+    }
     if (code != kOk) around.bytes.fetch_sub(job.bytes.exchange(0));
     return code;
-}
-
-ReturnCode bufferJob(MemberJob& job, JobSurroundings& around, const ReadFunction& read, const GoOn& goOn) {
-    return guarded([&] { return bufferUnguarded(job, around, read, goOn); });
 }
 
 }  // namespace archiver

@@ -1,5 +1,6 @@
 #pragma once
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -46,10 +47,10 @@ using GoOn = std::function<bool()>;
 
 /// Unpacks, writes, and gives the file its name when all was good. The file is begun with its first byte, so that a
 /// wrong password costs nothing. Never throws.
-ReturnCode performJob(MemberJob& job, JobSurroundings& around, const ReadFunction& read, const GoOn& goOn);
-
-/// Unpacks a small member to memory, whence any thread may write it: `job.data`. Never throws.
-ReturnCode bufferJob(MemberJob& job, JobSurroundings& around, const ReadFunction& read, const GoOn& goOn);
+/// @param toMemory  a member of at most so many bytes is only unpacked: it is in `job.data` then, whence any thread may
+///                  write it. Whatever its header claims, a larger one is written as it comes
+ReturnCode performJob(MemberJob& job, JobSurroundings& around, const ReadFunction& read, const GoOn& goOn,
+                      std::size_t toMemory = 0);
 
 /// What a member gives its file.
 ItemProperties propertiesOf(const Member& member, bool restoreAttributes, std::string_view webMark);

@@ -8,7 +8,7 @@ namespace {
 
 /// Members up to this size go through memory, so that another thread can write them. Far more files are below it than
 /// above, and what costs with them is making the file.
-constexpr std::uint64_t kBufferedSize = std::uint64_t{256} << 10;
+constexpr std::size_t kBufferedSize = std::size_t{256} << 10;
 /// Members up to this size, packed and unpacked together, may be held in memory whole by their reader.
 constexpr std::uint64_t kMostWhole = std::uint64_t{32} << 20;
 /// Larger ones are unpacked in pieces, with a dictionary.
@@ -58,7 +58,7 @@ ReturnCode MemberRun::performHere(MemberJob& job) {
     const GoOn goOn = [this] { return meter_.poll(); };
     meter_.show(&job);
     const bool buffered = line_.isParallel() && job.toTarget && job.member.originalSize <= kBufferedSize;
-    const ReturnCode code = buffered ? bufferJob(job, around_, read, goOn) : performJob(job, around_, read, goOn);
+    const ReturnCode code = performJob(job, around_, read, goOn, buffered ? kBufferedSize : 0);
     meter_.show(nullptr);
     return code;
 }

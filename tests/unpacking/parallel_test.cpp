@@ -102,13 +102,21 @@ TEST(Parallel, BoundsWhatIsInTheLineByItsClaims) {
     EXPECT_EQ(scene.summary.unpacked, 100U);
 }
 
-TEST(Parallel, DataThatIsLongerThanItsClaimStaysWithinIt) {
-    FakeMember liar = file("a", "0123456789");
-    liar.member.originalSize = 5;
-    UnpackScene scene({liar, file("b")});
+// A single compressed file can be larger than its trailer says, and need not say anything.
+TEST(Parallel, MembersMayBeLargerThanTheirHeadersSay) {
+    FakeMember more = file("a", "0123456789");
+    more.member.originalSize = 5;
+    more.zeros = std::uint64_t{1} << 20;
+    FakeMember unknown = file("b", "0123456789");
+    unknown.member.originalSize = 0;
+    UnpackScene scene({more, unknown, file("c", "")});
     scene.options.threads = 4;
-    EXPECT_EQ(scene.unpack(), kFileCrc);
-    EXPECT_EQ(scene.target.names(), Lines{"b"});
+    EXPECT_EQ(scene.unpack(), kOk);
+    EXPECT_EQ(scene.target.item("a").size, 10 + (std::uint64_t{1} << 20));
+    EXPECT_EQ(scene.target.at("a").substr(0, 12), std::string("0123456789\0\0", 12));
+    EXPECT_EQ(scene.target.at("b"), "0123456789");
+    EXPECT_EQ(scene.target.at("c"), "");
+    EXPECT_EQ(scene.summary.bytes, 20 + (std::uint64_t{1} << 20));
 }
 
 }  // namespace

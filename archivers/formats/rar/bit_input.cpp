@@ -1,5 +1,7 @@
 #include "archivers/formats/rar/bit_input.h"
 
+#include "archivers/formats/little_endian.h"
+
 namespace archiver::rar {
 
 void BitInput::begin() noexcept {
@@ -11,6 +13,16 @@ void BitInput::begin() noexcept {
 }
 
 void BitInput::refill() {
+    if (piece_.size() >= sizeof(bits_)) {
+        // Bits of the last byte that does not fit as a whole come in as well; they are there already when it comes.
+        std::uint64_t bytes = 0;
+        for (std::size_t at = 0; at < sizeof(bits_); ++at) bytes = bytes << 8 | static_cast<unsigned char>(piece_[at]);
+        bits_ |= bytes >> available_;
+        const int count = (63 - available_) / 8;
+        piece_ = piece_.subspan(static_cast<std::size_t>(count));
+        available_ += 8 * count;
+        return;
+    }
     while (available_ <= 56) {
         if (piece_.empty() && missing_ == 0) {
             error_ = source_.next(piece_);

@@ -8,7 +8,7 @@
 namespace archiver::rar {
 
 PlainStream::PlainStream(VolumeSet& volumes, bool solid, FileSource source)
-    : solid_(solid), source_(std::move(source)), bytes_(volumes) {}
+    : volumes_(volumes), solid_(solid), source_(std::move(source)), bytes_(volumes) {}
 
 ReturnCode PlainStream::next(std::span<const char>& piece) noexcept {
     piece = {};

@@ -18,10 +18,12 @@ public:
 
     ReturnCode next(std::span<const char>& piece) noexcept override;
     std::uint64_t skip(std::uint64_t count) noexcept override;
+    [[nodiscard]] std::uint64_t consumed() const noexcept override { return volumes_.read(); }
 
 private:
     ReturnCode nextPiece(std::span<const char>& piece);
 
+    VolumeSet& volumes_;
     bool solid_;
     FileSource source_;
     PackedBytes bytes_;

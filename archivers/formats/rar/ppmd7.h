@@ -94,7 +94,7 @@ private:
 
     [[nodiscard]] std::uint8_t* at(Ref ref, [[maybe_unused]] std::uint32_t bytes) const noexcept {
         assert(ref >= kBegin && ref + bytes <= kBegin + size_ + kUnit);
-        return memory_.get() + ref;
+        return bytes_ + ref;
     }
     template <class Number>
     [[nodiscard]] Number load(Ref ref) const noexcept {
@@ -140,6 +140,7 @@ private:
     static constexpr Ref kBegin = 4;
 
     std::unique_ptr<std::uint8_t[]> memory_;
+    std::uint8_t* bytes_ = nullptr;  ///< the same
     std::uint32_t size_ = 0;
     bool started_ = false;
     unsigned order_ = 0;

@@ -53,12 +53,6 @@ int Ppmd7Decoder::symbol() {
     return broken_ ? -1 : symbol;
 }
 
-void Ppmd7Decoder::clearMask() noexcept {
-    if (++mark_ != 0) return;
-    masked_.fill(0);
-    mark_ = 1;
-}
-
 void Ppmd7Decoder::maskContext() noexcept {
     const Ref end = statesOf(context_) + countOf(context_) * kStateSize;
     for (Ref state = statesOf(context_); state != end; state += kStateSize) mask(state);
@@ -94,7 +88,7 @@ int Ppmd7Decoder::symbolOfMany() {
     }
     highBits_ = highBitsOf_[symbolOf(found_)];
     accept(high, sum - high);
-    clearMask();
+    open_.fill(1);
     maskContext();
     return symbolOfSuffixes();
 }
@@ -110,7 +104,7 @@ int Ppmd7Decoder::symbolOfOne() {
     }
     accept(probability, kProbabilityScale - probability);
     updateBinaryEscape(probability);
-    clearMask();
+    open_.fill(1);
     mask(state);
     return symbolOfSuffixes();
 }
@@ -125,27 +119,29 @@ int Ppmd7Decoder::symbolOfSuffixes() {
             context_ = suffixOf(context_);
         } while (countOf(context_) == masked);
 
-        const Ref end = statesOf(context_) + countOf(context_) * kStateSize;
+        // What is not ruled out yet; written without a branch, for there is no telling.
+        std::array<Ref, 257> states;
+        std::size_t count = 0;
         std::uint32_t sum = 0;
+        const Ref end = statesOf(context_) + countOf(context_) * kStateSize;
         for (Ref state = statesOf(context_); state != end; state += kStateSize) {
-            if (masked_[symbolOf(state)] != mark_) sum += frequencyOf(state);
+            const std::uint32_t open = open_[symbolOf(state)];
+            states[count] = state;
+            count += open;
+            sum += open * frequencyOf(state);
         }
         std::uint32_t escapeFrequency = 0;
         Escape& escape = escapeOf(masked, escapeFrequency);
         const std::uint32_t total = sum + escapeFrequency;
         const std::uint32_t value = threshold(total);
         if (value < sum) {
-            Ref state = statesOf(context_);
-            std::uint32_t low = 0;
-            for (;; state += kStateSize) {
-                if (masked_[symbolOf(state)] == mark_) continue;
-                if (value < low + frequencyOf(state)) break;
-                low += frequencyOf(state);
-            }
-            accept(low, frequencyOf(state));
+            std::size_t at = 0;
+            std::uint32_t high = frequencyOf(states[0]);
+            while (high <= value) high += frequencyOf(states[++at]);
+            found_ = states[at];
+            accept(high - frequencyOf(found_), frequencyOf(found_));
             escape.update();
-            found_ = state;
-            const int symbol = symbolOf(state);
+            const int symbol = symbolOf(found_);
             updateAfterEscape();
             return symbol;
         }
@@ -155,7 +151,7 @@ int Ppmd7Decoder::symbolOfSuffixes() {
         }
         accept(sum, escapeFrequency);
         escape.sum = static_cast<std::uint16_t>(escape.sum + total);
-        maskContext();
+        for (std::size_t at = 0; at < count; ++at) mask(states[at]);
     }
 }
 

@@ -23,14 +23,12 @@ private:
     int symbolOfMany();
     int symbolOfOne();
     int symbolOfSuffixes();
-    void mask(Ref state) noexcept { masked_[symbolOf(state)] = mark_; }
+    void mask(Ref state) noexcept { open_[symbolOf(state)] = 0; }
     void maskContext() noexcept;
-    void clearMask() noexcept;
 
     BitInput& input_;
     std::uint32_t low_ = 0, range_ = 0, code_ = 0;
-    std::array<std::uint8_t, 256> masked_{};  ///< symbols that longer contexts ruled out have the mark
-    std::uint8_t mark_ = 0;
+    std::array<std::uint8_t, 256> open_{};  ///< 0 for symbols that longer contexts ruled out, else 1
     bool broken_ = false;
 };
 

@@ -19,13 +19,15 @@ bool Ppmd7Model::allocate(std::uint32_t size) noexcept {
     if (memory_ != nullptr && size_ == size) return true;
     release();
     memory_.reset(new (std::nothrow) std::uint8_t[std::size_t{kBegin} + size + kUnit]);
-    if (memory_ == nullptr) return false;
+    bytes_ = memory_.get();
+    if (bytes_ == nullptr) return false;
     size_ = size;
     return true;
 }
 
 void Ppmd7Model::release() noexcept {
     memory_.reset();
+    bytes_ = nullptr;
     size_ = 0;
     started_ = false;
 }

@@ -138,4 +138,23 @@ RECORDING_LIBRARY(Unlha)
 RECORDING_LIBRARY(Cab)
 RECORDING_LIBRARY(Tar)
 
+RECORDING_EXPORT ArchiveHandle ARCHIVER_CALL ACEOpenArchive(archiver::ace_abi::OpenArchiveData* data) {
+    return aceOpen(data);
+}
+RECORDING_EXPORT std::int32_t ARCHIVER_CALL ACECloseArchive(ArchiveHandle archive) {
+    return closeArchive("ACE", archive);
+}
+RECORDING_EXPORT std::int32_t ARCHIVER_CALL ACEReadHeader(ArchiveHandle archive,
+                                                          archiver::ace_abi::HeaderData* header) {
+    return aceReadHeader(archive, header);
+}
+RECORDING_EXPORT std::int32_t ARCHIVER_CALL ACEProcessFile(ArchiveHandle archive, std::int32_t operation,
+                                                           const char* destination) {
+    return aceProcessFile(archive, operation, destination);
+}
+RECORDING_EXPORT std::int32_t ARCHIVER_CALL ACESetPassword(ArchiveHandle archive, const char* password) {
+    return aceSetPassword(archive, password);
+}
+RECORDING_UNICODE(ACE)
+
 }  // namespace recording

@@ -14,6 +14,7 @@ namespace recording {
 namespace {
 
 constexpr std::int32_t kNotOpened = 0x8021;
+constexpr const char* kAce = "ACE";
 
 /// An opened archive: its handle is the address.
 class Walk {
@@ -134,6 +135,52 @@ std::int32_t findNext(const char* prefix, ArchiveHandle archive, IndividualInfo*
 std::int32_t closeArchive(const char* prefix, ArchiveHandle archive) {
     CallLog(prefix, "CloseArchive") << archive;
     return walks().erase(archive) != 0 ? 0 : kNotOpened;
+}
+
+ArchiveHandle aceOpen(archiver::ace_abi::OpenArchiveData* data) {
+    CallLog(kAce, "OpenArchive") << data->archiveName << data->openMode;
+    // What a library takes for its callbacks and comment, in either layout of the record, must be nothing.
+    const auto* const bytes = reinterpret_cast<const char*>(data);
+    const bool clean =
+        std::all_of(bytes + offsetof(archiver::ace_abi::OpenArchiveData, commentBuffer),
+                    bytes + sizeof(archiver::ace_abi::NaturalOpenArchiveData), [](char each) { return each == '\0'; });
+    Script script = readScript();
+    data->openResult = script.opens && clean ? 0 : 5;
+    if (data->openResult != 0) return nullptr;
+    auto walk = std::make_unique<Walk>(std::move(script));
+    const ArchiveHandle handle = walk.get();
+    walks()[handle] = std::move(walk);
+    return handle;
+}
+
+std::int32_t aceReadHeader(ArchiveHandle archive, archiver::ace_abi::HeaderData* header) {
+    CallLog(kAce, "ReadHeader") << archive;
+    Walk* const walk = walkOf(archive);
+    if (walk == nullptr) return archiver::ace_abi::result::kHandle;
+    IndividualInfo info{};
+    const std::int32_t code = walk->next(&info);
+    if (code != 0) return code == -1 ? archiver::ace_abi::result::kEnd : code;
+    if (header->commentBuffer != nullptr) return archiver::ace_abi::result::kOther;
+    std::copy_n(info.fileName, sizeof header->fileName, header->fileName);  // without a NUL where it is longer
+    header->packedSize = info.compressedSize;
+    header->originalSize = info.originalSize;
+    header->fileCrc = info.crc;
+    header->fileTime = static_cast<std::uint32_t>(info.date) << 16 | info.time;
+    header->flags = walk->current().flags;
+    header->method = walk->current().method;
+    header->attributes = walk->current().attributes;
+    return 0;
+}
+
+std::int32_t aceProcessFile(ArchiveHandle archive, std::int32_t operation, const char* destination) {
+    CallLog(kAce, "ProcessFile") << archive << operation << destination;
+    if (walkOf(archive) == nullptr) return archiver::ace_abi::result::kHandle;
+    return operation == archiver::ace_abi::kSkip ? 0 : readScript().process;
+}
+
+std::int32_t aceSetPassword(ArchiveHandle archive, const char* password) {
+    CallLog(kAce, "SetPassword") << archive << password;
+    return walkOf(archive) != nullptr ? readScript().password : archiver::ace_abi::result::kHandle;
 }
 
 IndividualInfo currentRecord(const char* prefix, const char* function, ArchiveHandle archive) {

@@ -2,6 +2,7 @@
 #include <cstdint>
 
 #include "archivers/convention/abi.h"
+#include "archivers/convention/ace_abi.h"
 
 /// A recording archiver library: every function logs its call (call_log.h) and answers as scripted (script.h). What
 /// each does, for any prefix.
@@ -24,6 +25,12 @@ ArchiveHandle openArchive(const char* prefix, WindowHandle owner, const char* fi
 std::int32_t findFirst(const char* prefix, ArchiveHandle archive, const char* pattern, IndividualInfo* info);
 std::int32_t findNext(const char* prefix, ArchiveHandle archive, IndividualInfo* info);
 std::int32_t closeArchive(const char* prefix, ArchiveHandle archive);
+
+// Of "UnAce.dll": its archives are walked like the others.
+ArchiveHandle aceOpen(archiver::ace_abi::OpenArchiveData* data);
+std::int32_t aceReadHeader(ArchiveHandle archive, archiver::ace_abi::HeaderData* header);
+std::int32_t aceProcessFile(ArchiveHandle archive, std::int32_t operation, const char* destination);
+std::int32_t aceSetPassword(ArchiveHandle archive, const char* password);
 
 // Of the entry that was found last; zeros and empty texts before the first.
 IndividualInfo currentRecord(const char* prefix, const char* function, ArchiveHandle archive);

@@ -47,6 +47,9 @@ void setField(Entry& entry, const std::string& name, const std::string& value) {
     if (name == "ratio") info.ratio = static_cast<std::uint16_t>(number);
     if (name == "date") info.date = static_cast<std::uint16_t>(number);
     if (name == "time") info.time = static_cast<std::uint16_t>(number);
+    if (name == "flags") entry.flags = static_cast<std::uint32_t>(number);
+    if (name == "method") entry.method = static_cast<std::uint32_t>(number);
+    if (name == "attributes") entry.attributes = static_cast<std::uint32_t>(number);
     if (name == "repeat") entry.repeat = static_cast<std::uint32_t>(number);
 }
 
@@ -70,6 +73,8 @@ void setLine(Script& script, const std::string& word, const std::string& value) 
     if (word == "entry") script.entries.push_back(entryOf(value));
     if (word == "error") script.entries.emplace_back().error = number32;
     if (word == "end") script.end = number32;
+    if (word == "process") script.process = number32;
+    if (word == "password") script.password = number32;
     if (word == "code") script.code = number32;
     if (word == "output") script.output = unescaped(value);
     if (word == "fill") script.fill = value.empty() ? '\0' : value.front();

@@ -18,12 +18,15 @@
 //   handle 1           OpenArchive: 0 fails
 //   entry FIELD=VALUE FIELD=VALUE ...
 //                      a member; fields are name, original, packed, crc, ratio, date, time, attribute, mode,
+//                      for ACE flags, method and attributes,
 //                      original64, packed64 and repeat (how often it is given, 1). Numbers are those of the record:
 //                      dates and times are DOS words. A text as long as its field or longer fills it without a NUL. A
 //                      blank inside a text is \x20. Without original64 and packed64, the 64-bit queries give the
 //                      record's numbers.
 //   error 0x8017       an entry's place in the walk where the search answers this instead, every time it is asked
-//   end -1             what the search answers behind the last entry
+//   end -1             what the search answers behind the last entry; ACEReadHeader answers 128 for -1
+//   process 0          ACEProcessFile, for all operations but skipping
+//   password 0         ACESetPassword
 //   code 0             the command's return code
 //   output TEXT        what the command writes, cut to the buffer, with a NUL where there is room
 //   fill x             fills the command's whole buffer with one character, without a NUL
@@ -37,7 +40,8 @@ struct Entry {
     std::int64_t original64 = 0;
     std::int64_t packed64 = 0;
     std::uint32_t repeat = 1;
-    std::int32_t error = 0;  ///< not 0: no member, but this answer
+    std::uint32_t flags = 0, method = 0, attributes = 0;  ///< of an ACE header
+    std::int32_t error = 0;                               ///< not 0: no member, but this answer
 };
 
 struct Script {
@@ -48,6 +52,8 @@ struct Script {
     std::vector<Entry> entries;
     std::int32_t end = -1;
     std::int32_t code = 0;
+    std::int32_t process = 0;
+    std::int32_t password = 0;
     std::string output;
     char fill = '\0';
     std::int32_t dialog = 1;

@@ -192,8 +192,9 @@ ReturnCode RarReader::readInGroup(const DataSink& sink) {
     ReturnCode code = kOk;
     while (code == kOk && group_.decoder->count() < group_.count) code = group_.decoder->next(sink);
     if (code == kOk) code = group_.decoder->read(file_.header, sink);
-    // Once a file went wrong, those behind it have no dictionary.
-    if (code != kOk && code != kUserCancel) {
+    // When packed bytes make no sense, the files behind them have no dictionary. Behind a wrong checksum some may be
+    // good, and their own checksums tell.
+    if (code != kOk && code != kUserCancel && code != kFileCrc) {
         group_.broken = code;
         group_.decoder.reset();
     }

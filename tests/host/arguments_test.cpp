@@ -34,6 +34,68 @@ TEST(ConsoleArguments, TakesAnyNameAfterTwoHyphens) {
     EXPECT_EQ(arguments.archives, (std::vector<std::wstring>{L"--json", L"-a.zip"}));
 }
 
+using Words = std::vector<std::wstring>;
+using Existing = Arguments::Existing;
+
+TEST(ConsoleArguments, TakesOneArchiveAndItsMembersToExtract) {
+    const auto arguments = parseArguments({L"extract", L"a.zip", L"docs/", L"b c.txt"});
+    EXPECT_EQ(arguments.command, Command::Extract);
+    EXPECT_EQ(arguments.archives, (Words{L"a.zip"}));
+    EXPECT_EQ(arguments.members, (Words{L"docs/", L"b c.txt"}));
+    EXPECT_EQ(arguments.folder, L"");
+    EXPECT_FALSE(arguments.flat);
+    EXPECT_FALSE(arguments.ask);
+    EXPECT_FALSE(arguments.json);
+    EXPECT_EQ(arguments.existing, Existing::Skip) << "nothing is lost without an option";
+}
+
+TEST(ConsoleArguments, TakesTheOptionsOfExtractAnywhere) {
+    const auto arguments =
+        parseArguments({L"extract", L"--flat", L"a.zip", L"--to", L"-out", L"b", L"--overwrite", L"--json"});
+    EXPECT_TRUE(arguments.flat);
+    EXPECT_TRUE(arguments.json);
+    EXPECT_EQ(arguments.folder, L"-out");
+    EXPECT_EQ(arguments.archives, (Words{L"a.zip"}));
+    EXPECT_EQ(arguments.members, (Words{L"b"}));
+    EXPECT_EQ(arguments.existing, Existing::Overwrite);
+}
+
+TEST(ConsoleArguments, TakesMembersThatLookLikeOptionsAfterTwoHyphens) {
+    const auto arguments = parseArguments({L"extract", L"--", L"-a.zip", L"--to", L"--"});
+    EXPECT_EQ(arguments.archives, (Words{L"-a.zip"}));
+    EXPECT_EQ(arguments.members, (Words{L"--to", L"--"}));
+    EXPECT_EQ(arguments.folder, L"");
+}
+
+struct AskCase {
+    const char* name;
+    Words options;
+    bool ask;
+    Existing existing;
+};
+class AskArguments : public testing::TestWithParam<AskCase> {};
+TEST_P(AskArguments, DecideWhatHappensToFilesThatAreThere) {
+    Words words = {L"extract", L"a.zip"};
+    words.insert(words.end(), GetParam().options.begin(), GetParam().options.end());
+    const auto arguments = parseArguments(words);
+    EXPECT_EQ(arguments.ask, GetParam().ask);
+    EXPECT_EQ(arguments.existing, GetParam().existing);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Options, AskArguments,
+    testing::Values(AskCase{"Nothing", {}, false, Existing::Skip}, AskCase{"Ask", {L"--ask"}, true, Existing::Ask},
+                    AskCase{"AskAndSkip", {L"--ask", L"--skip"}, true, Existing::Skip},
+                    AskCase{"OverwriteAndAsk", {L"--overwrite", L"--ask"}, true, Existing::Overwrite}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+TEST(ConsoleArguments, HelpsWithEveryCommandAndOption) {
+    const std::string help = kHelpText;
+    for (const char* word : {"list", "test", "extract", "--to", "--flat", "--overwrite", "--skip", "--ask", "--json",
+                             "--version", "0 when", "1 when", "2 when", "3 when", "4 when"}) {
+        EXPECT_NE(help.find(word), std::string::npos) << word;
+    }
+}
+
 struct BadLine {
     const char* name;
     std::vector<std::wstring> words;
@@ -45,12 +107,22 @@ TEST_P(BadArguments, SayWhatIsWrong) {
     EXPECT_EQ(arguments.command, Command::Unknown);
     EXPECT_EQ(arguments.problem, GetParam().problem);
 }
-INSTANTIATE_TEST_SUITE_P(Lines, BadArguments,
-                         testing::Values(BadLine{"Command", {L"liszt", L"a.zip"}, L"unknown command liszt"},
-                                         BadLine{"Option", {L"list", L"-x", L"a.zip"}, L"unknown option -x"},
-                                         BadLine{"NoArchive", {L"list", L"--json"}, L"list needs an archive"},
-                                         BadLine{"NothingToTest", {L"test"}, L"test needs an archive"}),
-                         [](const auto& each) { return std::string(each.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Lines, BadArguments,
+    testing::Values(BadLine{"Command", {L"liszt", L"a.zip"}, L"unknown command liszt"},
+                    BadLine{"Option", {L"list", L"-x", L"a.zip"}, L"unknown option -x"},
+                    BadLine{"NoArchive", {L"list", L"--json"}, L"list needs an archive"},
+                    BadLine{"NothingToTest", {L"test"}, L"test needs an archive"},
+                    BadLine{"NothingToExtract", {L"extract"}, L"extract needs an archive"},
+                    BadLine{"NoFolder", {L"extract", L"a.zip", L"--to"}, L"--to needs a folder"},
+                    BadLine{"EmptyFolder", {L"extract", L"--to", L"", L"a.zip"}, L"--to needs a folder"},
+                    BadLine{"ListTo", {L"list", L"--to", L"x", L"a.zip"}, L"unknown option --to"},
+                    BadLine{"ListFlat", {L"list", L"--flat", L"a.zip"}, L"unknown option --flat"},
+                    BadLine{"TestAsk", {L"test", L"--ask", L"a.zip"}, L"unknown option --ask"},
+                    BadLine{"Both",
+                            {L"extract", L"--skip", L"--overwrite", L"a.zip"},
+                            L"--skip and --overwrite exclude each other"}),
+    [](const auto& each) { return std::string(each.param.name); });
 
 }  // namespace
 }  // namespace tovar::host

@@ -6,6 +6,7 @@
 #include "formats/support/damage.h"
 #include "formats/support/files.h"
 #include "formats/support/listing.h"
+#include "formats_rar/support/packed_member.h"
 #include "formats_rar/support/rar_builder.h"
 
 /// Archives that are no longer what they were.
@@ -17,6 +18,14 @@ constexpr const char* kFixtures[] = {
     "rar/rar5_hardlink.rar", "rar/rar5_multiple_files.rar", "rar/rar5_multiple_files_solid.rar",
     "rar/rar5_stored.rar",   "rar/rar5_symlink.rar",        "rar/rar_compress_best.rar",
     "rar/rar_subblock.rar",  "rar/rar_unicode.rar"};
+
+/// Those, and one of our own whose members are packed solid and with everything that there is.
+std::vector<std::pair<std::string, std::string>> fixtures() {
+    std::vector<std::pair<std::string, std::string>> all;
+    for (const char* name : kFixtures) all.emplace_back(name, readFile(dataFile(name)));
+    all.emplace_back("solid group", oldRar(solidGroup()));
+    return all;
+}
 
 /// Lists and unpacks everything.
 Outcome exhaust(const std::string& bytes) { return test::exhaust(openRar(inMemory(bytes), {}), bytes.size() / 7); }
@@ -35,8 +44,7 @@ bool isBetweenBlocks(const std::string& whole, std::size_t size) {
 }
 
 TEST(RarDamage, CutsShow) {
-    for (const char* name : kFixtures) {
-        const std::string whole = readFile(dataFile(name));
+    for (const auto& [name, whole] : fixtures()) {
         ASSERT_TRUE(exhaust(whole).faultless) << name;
         for (std::size_t size = 0; size < whole.size(); size += 97) {
             EXPECT_TRUE(!exhaust(whole.substr(0, size)).faultless || isBetweenBlocks(whole, size)) << name << size;
@@ -45,8 +53,7 @@ TEST(RarDamage, CutsShow) {
 }
 
 TEST(RarDamage, FlippedBytesShow) {
-    for (const char* name : kFixtures) {
-        const std::string whole = readFile(dataFile(name));
+    for (const auto& [name, whole] : fixtures()) {
         const Outcome good = exhaust(whole);
         for (std::size_t at = 0; at < whole.size(); at += 101) {
             for (const int bits : {0x01, 0x80, 0xFF}) {

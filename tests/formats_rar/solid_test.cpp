@@ -9,29 +9,6 @@
 namespace archiver::test {
 namespace {
 
-/// Five members; each but the first goes on with something of those before: the window, the codes, the last distances,
-/// the model, a filter's program.
-std::vector<OldRarFile> group() {
-    OldPacker packer;
-    std::vector<OldRarFile> files;
-    const auto add = [&](const char* name, std::uint16_t flags) { files.push_back(member(packer, name, flags)); };
-    packer.codes().text(prose(3000)).match(1000, 50).match(700, 40);
-    packer.filter({.number = 0, .ahead = 1, .length = 4, .registers = {{0, 1}}, .program = standIn(kDeltaSize)});
-    packer.text("x\xFF\xFF\xFF\xFF").endFile(true);
-    add("codes", 0);
-    files.back().content.replace(files.back().content.size() - 4, 4, "\1\2\3\4");
-    packer.text("no block").matchAtLast(1, 100).matchAgain().match(3100, 90).endFile();
-    add("same codes", kSolid);
-    packer.ppmd(6, 1, 0x41).text(prose(2000)).ppmdMatch(4000, 200).endFile();
-    add("ppmd", kSolid);
-    packer.samePpmd().text(prose(2500) + "AAA").ppmdMatch(5000, 100).endBlock().sameCodes().text("back").endFile(true);
-    add("same ppmd", kSolid);
-    packer.matchAgain().filter({.number = 1, .registers = {{0, 1}}}).text("\xFF\xFF\xFF\xFF").endFile();
-    add("same program", kSolid);
-    files.back().content.replace(files.back().content.size() - 4, 4, "\1\2\3\4");
-    return files;
-}
-
 void expectMember(ArchiveReader& reader, const OldRarFile& file) {
     const Unpacked unpacked = unpack(reader, file.name);
     EXPECT_EQ(unpacked.code, kOk) << file.name;
@@ -50,7 +27,7 @@ void expectAll(ArchiveReader& reader, const std::vector<OldRarFile>& files) {
 }
 
 TEST(RarSolid, MembersAreReadInTheirOrder) {
-    const std::vector<OldRarFile> files = group();
+    const std::vector<OldRarFile> files = solidGroup();
     const OpenResult opened = openRar(inMemory(oldRar(files)), {});
     ASSERT_TRUE(opened.reader);
     expectAll(*opened.reader, files);
@@ -59,14 +36,14 @@ TEST(RarSolid, MembersAreReadInTheirOrder) {
 }
 
 TEST(RarSolid, MembersAreReadInAnyOrder) {
-    const std::vector<OldRarFile> files = group();
+    const std::vector<OldRarFile> files = solidGroup();
     const OpenResult opened = openRar(inMemory(oldRar(files)), {});
     ASSERT_TRUE(opened.reader);
     for (const std::size_t index : {4U, 2U, 0U, 3U, 1U, 4U}) expectMember(*opened.reader, files[index]);
 }
 
 TEST(RarSolid, MembersBetweenThatAreNotPackedDoNotMatter) {
-    std::vector<OldRarFile> files = group();
+    std::vector<OldRarFile> files = solidGroup();
     files.insert(files.begin() + 3, {.name = "stored", .content = "stored", .flags = kSolid});
     files.insert(files.begin() + 2, {.name = "empty", .flags = kSolid, .method = 0x33});
     files.insert(files.begin() + 1, {.name = "folder\\", .flags = 0xE0});
@@ -76,8 +53,8 @@ TEST(RarSolid, MembersBetweenThatAreNotPackedDoNotMatter) {
 }
 
 TEST(RarSolid, GroupsFollowEachOther) {
-    std::vector<OldRarFile> files = group();
-    const std::vector<OldRarFile> again = group();
+    std::vector<OldRarFile> files = solidGroup();
+    const std::vector<OldRarFile> again = solidGroup();
     files.insert(files.end(), again.begin(), again.end());
     const OpenResult opened = openRar(inMemory(oldRar(files)), {});
     ASSERT_TRUE(opened.reader);
@@ -85,7 +62,7 @@ TEST(RarSolid, GroupsFollowEachOther) {
 }
 
 TEST(RarSolid, MembersBehindAWrongByteAreGoodWhenTheyDoWithoutIt) {
-    std::vector<OldRarFile> files = group();
+    std::vector<OldRarFile> files = solidGroup();
     // A literal becomes another one: the next member is of a model of its own, the one behind copies the byte.
     (*files[1].packed)[2] = static_cast<char>((*files[1].packed)[2] ^ 0x10);
     const OpenResult opened = openRar(inMemory(oldRar(files)), {});
@@ -99,7 +76,7 @@ TEST(RarSolid, MembersBehindAWrongByteAreGoodWhenTheyDoWithoutIt) {
 }
 
 TEST(RarSolid, MembersBehindOneThatMakesNoSenseAreNotUnpacked) {
-    std::vector<OldRarFile> files = group();
+    std::vector<OldRarFile> files = solidGroup();
     files[1].packed->resize(3);
     for (const bool inOrder : {true, false}) {
         const OpenResult opened = openRar(inMemory(oldRar(files)), {});
@@ -117,7 +94,7 @@ TEST(RarSolid, MembersBehindOneThatMakesNoSenseAreNotUnpacked) {
 }
 
 TEST(RarSolid, MembersBehindAnEncryptedOneNeedThePassword) {
-    std::vector<OldRarFile> files = group();
+    std::vector<OldRarFile> files = solidGroup();
     files[1].flags |= 0x04;
     const OpenResult opened = openRar(inMemory(oldRar(files)), {});
     ASSERT_TRUE(opened.reader);
@@ -127,7 +104,7 @@ TEST(RarSolid, MembersBehindAnEncryptedOneNeedThePassword) {
 }
 
 TEST(RarSolid, MembersBehindOneOfAnotherVersionAreRefused) {
-    std::vector<OldRarFile> files = group();
+    std::vector<OldRarFile> files = solidGroup();
     files[1].version = 20;
     const OpenResult opened = openRar(inMemory(oldRar(files)), {});
     ASSERT_TRUE(opened.reader);
@@ -142,14 +119,14 @@ TEST(RarSolid, FirstMembersOfAGroupHaveNothingBeforeThem) {
     const Unpacked unpacked = unpackFirst({file});
     EXPECT_EQ(unpacked.code, kOk);
     EXPECT_EQ(unpacked.bytes, "abc");
-    const OpenResult opened = openRar(inMemory(oldRar({group()[1]})), {});
+    const OpenResult opened = openRar(inMemory(oldRar({solidGroup()[1]})), {});
     Member current;
     ASSERT_EQ(opened.reader->next(current), kOk);
     EXPECT_NE(unpack(*opened.reader).code, kOk) << "its codes are in a member that is not there";
 }
 
 TEST(RarSolid, MembersGoOnBehindOneThatWasStopped) {
-    const std::vector<OldRarFile> files = group();
+    const std::vector<OldRarFile> files = solidGroup();
     const OpenResult opened = openRar(inMemory(oldRar(files)), {});
     ASSERT_TRUE(opened.reader);
     Member current;
@@ -162,7 +139,7 @@ TEST(RarSolid, MembersGoOnBehindOneThatWasStopped) {
 }
 
 TEST(RarSolid, UnpackingWhatIsInFrontCanBeStopped) {
-    for (const std::string& bytes : {oldRar(group()), readFile(dataFile("rar/rar5_multiple_files_solid.rar"))}) {
+    for (const std::string& bytes : {oldRar(solidGroup()), readFile(dataFile("rar/rar5_multiple_files_solid.rar"))}) {
         const OpenResult opened = openRar(inMemory(bytes), {});
         ASSERT_TRUE(opened.reader);
         Member current;
@@ -215,7 +192,7 @@ TEST(RarSolid, ReadingAllMembersReadsNoByteOftenAgain) {
 }
 
 TEST(RarSolid, MembersLieInSeveralVolumes) {
-    const std::vector<OldRarFile> files = group();
+    const std::vector<OldRarFile> files = solidGroup();
     constexpr std::uint16_t kVolume = 0x0001, kBefore = 0x0001, kAfter = 0x0002;
     const auto part = [](OldRarFile file, std::size_t at, std::size_t size, std::uint16_t flags) {
         file.packed = file.packed->substr(at, size);
@@ -234,7 +211,7 @@ TEST(RarSolid, MembersLieInSeveralVolumes) {
 }
 
 TEST(RarProgress, GoesUpToTheArchivesSize) {
-    for (const std::string& bytes : {oldRar(group()), readFile(dataFile("rar/rar5_multiple_files_solid.rar"))}) {
+    for (const std::string& bytes : {oldRar(solidGroup()), readFile(dataFile("rar/rar5_multiple_files_solid.rar"))}) {
         const OpenResult opened = openRar(inMemory(bytes), {});
         ASSERT_TRUE(opened.reader);
         EXPECT_EQ(opened.reader->consumed(), 0U);

@@ -36,4 +36,25 @@ std::string prose(std::size_t size) {
     return text;
 }
 
+std::vector<OldRarFile> solidGroup() {
+    OldPacker packer;
+    std::vector<OldRarFile> files;
+    const auto add = [&](const char* name, std::uint16_t flags) { files.push_back(member(packer, name, flags)); };
+    packer.codes().text(prose(3000)).match(1000, 50).match(700, 40);
+    packer.filter({.number = 0, .ahead = 1, .length = 4, .registers = {{0, 1}}, .program = standIn(kDeltaSize)});
+    packer.text("x\xFF\xFF\xFF\xFF").endFile(true);
+    add("codes", 0);
+    files.back().content.replace(files.back().content.size() - 4, 4, "\1\2\3\4");
+    packer.text("no block").matchAtLast(1, 100).matchAgain().match(3100, 90).endFile();
+    add("same codes", kSolid);
+    packer.ppmd(6, 1, 0x41).text(prose(2000)).ppmdMatch(4000, 200).endFile();
+    add("ppmd", kSolid);
+    packer.samePpmd().text(prose(2500) + "AAA").ppmdMatch(5000, 100).endBlock().sameCodes().text("back").endFile(true);
+    add("same ppmd", kSolid);
+    packer.matchAgain().filter({.number = 1, .registers = {{0, 1}}}).text("\xFF\xFF\xFF\xFF").endFile();
+    add("same program", kSolid);
+    files.back().content.replace(files.back().content.size() - 4, 4, "\1\2\3\4");
+    return files;
+}
+
 }  // namespace archiver::test

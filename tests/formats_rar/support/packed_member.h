@@ -22,4 +22,8 @@ std::string noise(std::size_t size, unsigned seed);
 /// Words, one after the other.
 std::string prose(std::size_t size);
 
+/// Five members; each but the first goes on with something of those before: the window, the codes, the last distances,
+/// the model, a filter's program.
+std::vector<OldRarFile> solidGroup();
+
 }  // namespace archiver::test

@@ -140,6 +140,69 @@ INSTANTIATE_TEST_SUITE_P(
                       MatchCase{"LastPartOfFolder", "x/docs/", "docs/", true, PatternScope::kLastPart}),
     caseName);
 
+INSTANTIATE_TEST_SUITE_P(PlainNames, Wildcard,
+                         ::testing::Values(MatchCase{"FolderAsName", "docs/sub", "docs/sub/", true},
+                                           MatchCase{"FolderBelowFolder", "docs/sub/", "docs/sub/x/", true},
+                                           MatchCase{"FolderAbove", "docs/sub/", "docs/", false},
+                                           MatchCase{"PathWithSeparatorsAtItsEnd", "a/b", "a/b//", true},
+                                           MatchCase{"OtherCase", "DOCS/Sub/", "docs/sub/x", true},
+                                           MatchCase{"OnlySeparators", "a", "///", false}),
+                         caseName);
+
+INSTANTIATE_TEST_SUITE_P(
+    FirstParts, Wildcard,
+    ::testing::Values(MatchCase{"Itself", "docs/x", "docs/x", true, PatternScope::kFirstParts},
+                      MatchCase{"Below", "docs/x", "docs/x/y/z", true, PatternScope::kFirstParts},
+                      MatchCase{"Longer", "docs/x", "docs/xy", false, PatternScope::kFirstParts},
+                      MatchCase{"PatternBelow", "d*/x?", "docs/x1/y", true, PatternScope::kFirstParts},
+                      MatchCase{"PatternItself", "d*/x?", "docs/x1", true, PatternScope::kFirstParts},
+                      MatchCase{"PatternOther", "d*/x?", "docs/y/x1", false, PatternScope::kFirstParts},
+                      MatchCase{"LastPartOfPlain", "x", "docs/x", true, PatternScope::kFirstParts}),
+    caseName);
+
+INSTANTIATE_TEST_SUITE_P(
+    FolderAndLast, Wildcard,
+    ::testing::Values(MatchCase{"Direct", "docs/a.txt", "docs/a.txt", true, PatternScope::kFolderAndLast},
+                      MatchCase{"Deeper", "docs/a.txt", "docs/x/y/a.txt", true, PatternScope::kFolderAndLast},
+                      MatchCase{"OtherFolder", "docs/a.txt", "x/docs/a.txt", false, PatternScope::kFolderAndLast},
+                      MatchCase{"OtherName", "docs/a.txt", "docs/b.txt", false, PatternScope::kFolderAndLast},
+                      MatchCase{"Patterns", "d*/*.txt", "docs/x/a.txt", true, PatternScope::kFolderAndLast},
+                      MatchCase{"OptionalDot", "docs/read*.*", "docs/x/readme", true, PatternScope::kFolderAndLast},
+                      MatchCase{"LastPartOfPlain", "a.txt", "docs/a.txt", true, PatternScope::kFolderAndLast}),
+    caseName);
+
+struct ClassCase {
+    const char* name;
+    const char* pattern;
+    const char* member;
+    bool expected;
+};
+
+class WildcardClass : public ::testing::TestWithParam<ClassCase> {};
+
+TEST_P(WildcardClass, IsOneCharacter) {
+    const std::string pattern = GetParam().pattern;
+    WildcardSet set(std::span(&pattern, 1), {.scope = PatternScope::kByPattern, .classes = true});
+    EXPECT_EQ(set.matches(GetParam().member), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Classes, WildcardClass,
+    ::testing::Values(
+        ClassCase{"Listed", "a[12]", "a2", true}, ClassCase{"NotListed", "a[12]", "a3", false},
+        ClassCase{"Range", "a[1-3]x", "a2x", true}, ClassCase{"OutOfRange", "a[1-3]x", "a4x", false},
+        ClassCase{"TwoRanges", "[a-cx-z]1", "Y1", true}, ClassCase{"Negated", "[!a-c]", "d", true},
+        ClassCase{"NegatedByCaret", "[^a-c]", "b", false}, ClassCase{"NoSeparator", "x[!a]y", "x/y", false},
+        ClassCase{"Bracket", "a[[]1]", "a[1]", true}, ClassCase{"ClosingBracketFirst", "a[]]", "a]", true},
+        ClassCase{"ClosingBracketFirstNegated", "a[!]]", "a]", false}, ClassCase{"HyphenAtTheEnd", "a[1-]", "a-", true},
+        ClassCase{"NotClosed", "a[1", "a[1", true}, ClassCase{"NotClosedOther", "a[1", "a1", false},
+        ClassCase{"ToTheLetter", "a[1].txt", "docs/a[1].txt", true},
+        ClassCase{"AndAsAClass", "a[1].txt", "docs/a1.txt", true}, ClassCase{"BehindAStar", "*[0-9]", "page12", true},
+        ClassCase{"BehindAStarInVain", "*[0-9]", "page", false},
+        ClassCase{"FolderToTheLetter", "a[1]/*.*", "a[1]/x", true},
+        ClassCase{"FolderAsAClass", "a[1]/*.*", "a1/x/y", true}),
+    [](const auto& each) { return std::string(each.param.name); });
+
 TEST(WildcardSet, KnowsThatItTakesEverything) {
     EXPECT_TRUE(WildcardSet().matchesAll());
     EXPECT_TRUE(WildcardSet("").matchesAll());
@@ -148,6 +211,18 @@ TEST(WildcardSet, KnowsThatItTakesEverything) {
     EXPECT_TRUE(WildcardSet("\"*.*\"").matchesAll());
     EXPECT_FALSE(WildcardSet("*.txt").matchesAll());
     EXPECT_FALSE(WildcardSet("docs/*.*").matchesAll());
+}
+
+// With a comparison of each name with each pattern, or of each folder above a name anew, this would not end.
+TEST(WildcardSet, LooksPlainNamesUp) {
+    std::vector<std::string> names;
+    for (int number = 0; number < 200'000; ++number) names.push_back("f" + std::to_string(number) + "/*.*");
+    WildcardSet set(names, {});
+    std::string deep;
+    for (int count = 0; count < 500'000; ++count) deep += "x/";
+    EXPECT_FALSE(set.matches(deep));
+    for (int number = 0; number < 200'000; ++number) ASSERT_TRUE(set.matches("f" + std::to_string(number) + "/a"));
+    EXPECT_FALSE(set.matches("f200000/a"));
 }
 
 // With a matcher that tries every way this would not end.

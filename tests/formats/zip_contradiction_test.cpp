@@ -98,6 +98,21 @@ TEST(ZipLocalHeaderName, InTheCodePageAndInUtf8IsOne) {
     EXPECT_EQ(readOnly(member), kHeaderBroken);
 }
 
+TEST(ZipLocalHeaderName, WithOneUnicodePathIsOne) {
+    const auto path = [](const std::string& text) {
+        return ZipBuilder::field(0x7075, std::string("\x01"
+                                                     "1234") +
+                                             text);
+    };
+    BuiltMember member{.name = "gr\x94n.txt", .content = "content", .extra = path("gr\xC3\xB6n.txt")};
+    member.local = {.name = "grxxn.txt", .extra = path("gr\xC3\xB6n.txt")};
+    EXPECT_EQ(readOnly(member), kOk);
+    member.local = {.name = "grxxn.txt", .extra = path("other.txt")};
+    EXPECT_EQ(readOnly(member), kHeaderBroken);
+    member.local = {.name = "grxxn.txt", .extra = std::string()};
+    EXPECT_EQ(readOnly(member), kHeaderBroken);
+}
+
 TEST(ZipOverlap, MemberThatHoldsTheNextIsRefused) {
     const std::string inner = ZipBuilder().add({.name = "inner", .content = "inner content"}).build();
     const std::size_t innerSize = inner.find("PK\x01\x02");  // its local header and content

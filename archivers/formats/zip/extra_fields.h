@@ -29,4 +29,13 @@ void forEachExtraField(std::string_view extra, Use use) {
     }
 }
 
+/// The data of the last field of that kind; empty when there is none.
+inline std::string_view extraField(std::string_view extra, std::uint16_t wanted) {
+    std::string_view found;
+    forEachExtraField(extra, [&](std::uint16_t id, std::string_view data) {
+        if (id == wanted) found = data;
+    });
+    return found;
+}
+
 }  // namespace archiver::zip

@@ -15,14 +15,6 @@ using little_endian::load32;
 
 constexpr std::uint32_t kInZip64 = 0xFFFFFFFF;
 
-std::string_view findField(std::string_view extra, std::uint16_t wanted) {
-    std::string_view found;
-    forEachExtraField(extra, [&](std::uint16_t id, std::string_view data) {
-        if (id == wanted) found = data;
-    });
-    return found;
-}
-
 /// "\" counts as "/", and the ones at the end do not count.
 bool sameName(std::string_view one, std::string_view other) {
     const auto withoutEnd = [](std::string_view name) { return name.substr(0, name.find_last_not_of("/\\") + 1); };
@@ -36,12 +28,20 @@ std::string decodedName(std::string_view name, std::uint16_t flags, std::string_
     header.flags = flags;
     header.name = name;
     std::string decoded;
-    decodeMemberName(header, findField(extra, extra_id::kUnicodePath), decoded);
+    decodeMemberName(header, extraField(extra, extra_id::kUnicodePath), decoded);
     return decoded;
+}
+
+/// The text of a Unicode Path field, whichever name it was made for.
+std::string_view pathIn(std::string_view field) {
+    constexpr std::size_t kVersionAndChecksum = 5;
+    return field.size() < kVersionAndChecksum ? std::string_view() : field.substr(kVersionAndChecksum);
 }
 
 bool agreesInName(const LocalHeader& local, const PackedMember& member) {
     if (sameName(local.name, member.storedName)) return true;
+    const std::string_view path = pathIn(member.unicodePath);
+    if (!path.empty() && sameName(path, pathIn(extraField(local.extra, extra_id::kUnicodePath)))) return true;
     if (((local.flags ^ member.data.flags) & flag::kUtf8) == 0) return false;
     return sameName(decodedName(local.name, local.flags, local.extra, member.system),
                     decodedName(member.storedName, member.data.flags, {}, member.system));
@@ -53,7 +53,7 @@ bool agreesInSizes(const LocalHeader& local, const MemberData& data) {
     if (!crcLeftOut && local.crc != data.crc) return false;
     std::uint64_t original = local.originalSize;
     std::uint64_t packed = local.packedSize;
-    applyZip64(findField(local.extra, extra_id::kZip64), {&original, &packed});
+    applyZip64(extraField(local.extra, extra_id::kZip64), {&original, &packed});
     // Some write the field before they know the sizes, and leave zeros there; others write no field at all.
     const auto same = [](std::uint32_t shown, std::uint64_t size, std::uint64_t expected) {
         return size == expected || (shown == kInZip64 && (size == 0 || size == kInZip64));
@@ -63,7 +63,7 @@ bool agreesInSizes(const LocalHeader& local, const MemberData& data) {
 
 bool agreesInAes(const LocalHeader& local, const MemberData& data) {
     if (data.encryption != Encryption::kAes) return true;
-    const auto aes = parseAesField(findField(local.extra, extra_id::kAes));
+    const auto aes = parseAesField(extraField(local.extra, extra_id::kAes));
     return !aes || *aes == data.aes;
 }
 

@@ -13,8 +13,9 @@ namespace archiver::zip {
 /// A member as reading it takes: what the directory says of it.
 struct PackedMember {
     MemberData data;
-    std::string storedName;  ///< bytes of the directory's header
-    int system = 0;          ///< that made it
+    std::string storedName;   ///< bytes of the directory's header
+    std::string unicodePath;  ///< data of its Unicode Path field; empty when there is none
+    int system = 0;           ///< that made it
 };
 
 /// A local header as it is stored. Source: PKWARE APPNOTE 6.3.10, 4.3.7
@@ -39,7 +40,7 @@ LocalHeader parseLocalHeader(std::span<const char> bytes) noexcept;
 ///
 /// Where archivers that are in use differ, both forms count as one: "\" and "/", a "/" at a folder's end, a name once
 /// in UTF-8 and once in the system's code page, sizes and checksum that follow the data or stand in the Zip64 field,
-/// the checksum that AE-2 leaves out.
+/// the checksum that AE-2 leaves out, two Unicode Path fields of one text beside names in different code pages.
 bool agrees(const LocalHeader& local, const PackedMember& member);
 
 }  // namespace archiver::zip

@@ -12,6 +12,7 @@
 #include "archivers/formats/zip/central_directory.h"
 #include "archivers/formats/zip/decryption.h"
 #include "archivers/formats/zip/end_record.h"
+#include "archivers/formats/zip/extra_fields.h"
 #include "archivers/formats/zip/member_fields.h"
 #include "archivers/formats/zip/systems.h"
 #include "archivers/formats/zip/unpack.h"
@@ -87,6 +88,7 @@ public:
         if (ended_ != kOk) return ended_;
         zip::fillMember(header, member, current_.data);
         current_.storedName.assign(header.name);
+        current_.unicodePath.assign(zip::extraField(header.extra, zip::extra_id::kUnicodePath));
         current_.system = header.system();
         readable_ = true;
         return kOk;

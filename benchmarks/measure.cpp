@@ -1,6 +1,7 @@
-// Times whole commands side by side: measure RUNS NAME COMMAND [NAME COMMAND ...]
+// Times whole commands side by side: measure [--empty FOLDER] RUNS NAME COMMAND [NAME COMMAND ...]
 //
-// Every command is one word list for the shell's rules of blanks only (no quotes); its output is thrown away. The
+// Every command is one word list for the shell's rules of blanks only (no quotes); its output is thrown away. Before
+// each run FOLDER is emptied, and becomes the command's current folder; that is not part of the time. The
 // commands take turns, so a machine whose speed drifts treats them alike. Per command one line: median of the
 // wall-clock time, least time, peak memory, and how many times as long as the first command it took.
 
@@ -14,6 +15,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -29,6 +31,14 @@ struct Contender {
     long peakKib = 0;
     int status = 0;
 };
+
+/// A folder that every run starts with empty.
+bool makeEmpty(const std::string& folder) {
+    if (folder.empty()) return true;
+    std::error_code error;
+    std::filesystem::remove_all(folder, error);
+    return std::filesystem::create_directories(folder, error) && chdir(folder.c_str()) == 0;
+}
 
 bool runOnce(Contender& contender) {
     std::vector<char*> arguments;
@@ -59,8 +69,14 @@ double median(std::vector<double> values) {
 }  // namespace
 
 int main(int count, char** arguments) {
+    std::string folder;
+    if (count > 2 && std::string(arguments[1]) == "--empty") {
+        folder = arguments[2];
+        arguments += 2;
+        count -= 2;
+    }
     if (count < 4 || count % 2 != 0) {
-        std::fprintf(stderr, "measure RUNS NAME COMMAND [NAME COMMAND ...]\n");
+        std::fprintf(stderr, "measure [--empty FOLDER] RUNS NAME COMMAND [NAME COMMAND ...]\n");
         return 2;
     }
     const int runs = std::max(1, std::atoi(arguments[1]));
@@ -75,7 +91,7 @@ int main(int count, char** arguments) {
     }
     for (int run = 0; run < runs + 1; ++run) {  // the first run warms the caches and is not counted
         for (auto& contender : contenders) {
-            if (!runOnce(contender)) {
+            if (!makeEmpty(folder) || !runOnce(contender)) {
                 std::fprintf(stderr, "%s could not be run\n", contender.name.c_str());
                 return 1;
             }

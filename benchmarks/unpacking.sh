@@ -1,0 +1,81 @@
+# Unpacking to a memory disk: sources, 100,000 files of 1 KiB (40,000 in a cabinet), and one member of 1 GiB, in every
+# kind that a free program writes. Sourced by the bench script.
+
+target=$(mktemp -d "${TOVAREX_MEMORY_DISK:-/dev/shm}/tovarex-bench.XXXXXX")
+trap 'rm -rf "$target"' EXIT
+
+# The files to pack, made once.
+# $1: sources, small or large
+input() {
+    local folder=$data/input/$1
+    if [ ! -e "$folder" ]; then
+        say "Making the input \"$1\"" >&2
+        rm -rf "$folder.part"
+        mkdir -p "$folder.part"
+        case $1 in
+        sources) (cd "$deps/src" && find libarchive libzip lhasa libmspack bzip2 -type f -name '*.[ch1-9]' -print0 |
+            xargs -0 cp --parents -t "$folder.part") ;;
+        small) "$bin/make_files" small 100000 "$folder.part" ;;
+        large) "$bin/make_files" large 1024 "$folder.part/large.txt" ;;
+        esac
+        mv "$folder.part" "$folder"
+    fi
+    printf %s "$folder"
+}
+
+# An archive of an input, made once by another program.
+# $1: input; $2: extension
+packed() {
+    local folder archive=$data/$1.$2 part=$data/part.$2
+    folder=$(input "$1")
+    if [ ! -e "$archive" ]; then
+        say "Packing $1.$2" >&2
+        rm -f "$part"
+        (
+            cd "$folder"
+            case $2 in
+            zip) zip -q -r "$part" . ;;
+            tar) tar -cf "$part" ./* ;;
+            tgz) tar -cf - ./* | gzip -c >"$part" ;;
+            tbz) tar -cf - ./* | bzip2 -c >"$part" ;;
+            arj) arj a -r -y "$part" >/dev/null ;;
+            lzh) jlha aq "$part" ./* >/dev/null ;;
+            # A cabinet holds 65,535 members at most, and a command line 2 MiB.
+            cab) find . -type f | sed 's,^\./,,' | sort | head -n 40000 | xargs -x -s 2000000 -d '\n' gcab -c -z "$part" ;;
+            esac
+        )
+        mv "$part" "$archive"
+    fi
+    printf %s "$archive"
+}
+
+# $1: archive; the rest: peers
+unpack_beside() {
+    local archive=$1 contenders=() peer
+    shift
+    contenders=("tovar extract" "$bin/tovar extract --to $target/out $archive")
+    for peer in "$@"; do
+        case $peer in
+        7zz) contenders+=("7zz x" "7zz x -y -bd -o$target/out $archive") ;;
+        bsdtar) contenders+=("bsdtar -x" "bsdtar -xf $archive") ;;
+        unzip) contenders+=("unzip" "unzip -q -o $archive") ;;
+        tar) contenders+=("tar -x" "tar -xf $archive") ;;
+        arj) contenders+=("arj x" "arj x -y $archive") ;;
+        lha) contenders+=("lha x" "lha xqf $archive") ;;
+        cabextract) contenders+=("cabextract" "cabextract -q $archive") ;;
+        esac
+    done
+    printf '   %s, %s MiB\n' "$(basename "$archive")" "$(($(stat -c %s "$archive") >> 20))"
+    "$bin/measure" --empty "$target/out" "$runs" "${contenders[@]}"
+}
+
+say "Unpacking to a memory disk, beside peers"
+for what in sources small large; do
+    unpack_beside "$(packed $what zip)" 7zz bsdtar unzip
+    unpack_beside "$(packed $what tar)" 7zz bsdtar tar
+    unpack_beside "$(packed $what tgz)" bsdtar tar
+    unpack_beside "$(packed $what tbz)" bsdtar tar
+    unpack_beside "$(packed $what arj)" 7zz arj
+    unpack_beside "$(packed $what lzh)" 7zz bsdtar lha
+    unpack_beside "$(packed $what cab)" 7zz bsdtar cabextract
+done

@@ -4,7 +4,7 @@ passed=0
 failed=0
 failures=()
 
-# Adds one program's result, read from what it printed.
+# Adds one program's result, read from what it printed. What it says behind "[ COUNT    ]" is shown.
 # $1: its name; $2: its exit code; $3: its log
 count_program() {
     local name=$1 code=$2 log=$3 good bad
@@ -22,6 +22,7 @@ count_program() {
         grep -E '^\[  FAILED  \] [A-Za-z]' "$log" | sort -u | head -n 20 || tail -n 20 "$log"
         failures+=("$name")
     fi
+    sed -n 's/^\[ COUNT    \] /      /p' "$log"
 }
 
 # Runs one program under a time limit and counts it.
@@ -50,7 +51,7 @@ run_native_suite() {
     local program
     mkdir -p "$build/logs"
     while read -r program; do
-        run_program "$program" env UBSAN_OPTIONS=print_stacktrace=1 "$build/native-debug/bin/$program"
+        run_program "$program" env UBSAN_OPTIONS=print_stacktrace=1 TOVAREX_CORPUS="$deps/src" "$build/native-debug/bin/$program"
     done <"$build/native-debug/test-programs.txt"
 }
 

@@ -113,8 +113,8 @@ TEST(LhasaCorpus, IsListedAndUnpackedAsExpected) {
         listed += static_cast<int>(count);
     }
     EXPECT_GT(archives, 150);
-    std::cout << "lhasa: " << archives << " archives, " << listed << " members listed, " << unpacked << " unpacked, "
-              << refused << " refused for their method, " << damaged << " damaged\n";
+    std::cout << "[ COUNT    ] lhasa: " << archives << " archives, " << listed << " members listed, " << unpacked
+              << " unpacked, " << refused << " refused for their method, " << damaged << " damaged\n";
 }
 
 }  // namespace

@@ -104,7 +104,8 @@ TEST(LibarchiveCorpus, IsReadAsExpected) {
         }
         fs::remove(file);
     }
-    std::cout << "libarchive: " << all.size() << " archives, " << good << " good, " << refused << " refused\n";
+    std::cout << "[ COUNT    ] libarchive: " << all.size() << " archives, " << good << " good, " << refused
+              << " refused\n";
 }
 
 }  // namespace

@@ -154,8 +154,8 @@ TEST(MspackCorpus, IsReadAsExpected) {
         const bool isGood = each.verdict == Verdict::kGood || each.verdict == Verdict::kListed;
         ++(isGood ? good : each.verdict == Verdict::kRefused ? refused : damaged);
     }
-    std::cout << "libmspack: " << std::size(kCabinets) << " cabinets, " << good << " good, " << damaged << " damaged, "
-              << refused << " refused\n";
+    std::cout << "[ COUNT    ] libmspack: " << std::size(kCabinets) << " cabinets, " << good << " good, " << damaged
+              << " damaged, " << refused << " refused\n";
 }
 
 }  // namespace

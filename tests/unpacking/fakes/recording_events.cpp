@@ -41,10 +41,10 @@ bool RecordingEvents::progress(const UnpackProgress& progress) {
 void RecordingEvents::ends(const MemberReport& report) {
     expectOwnThread();
     std::string line = kWords.at(static_cast<std::size_t>(report.outcome));
-    line += " " + report.member.name;
-    if (!report.file.empty()) line += " > " + below(report.file);
+    line.append(" ").append(report.member.name);
+    if (!report.file.empty()) line.append(" > ").append(below(report.file));
     if (report.renamed) line += " renamed";
-    if (report.code != kOk) line += " " + hex(report.code);
+    if (report.code != kOk) line.append(" ").append(hex(report.code));
     reports.push_back(line);
 }
 

@@ -50,10 +50,11 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(MemberChoice, IsQuickForManyNames) {
     std::wstring words;
-    for (int name = 0; name < 100'000; ++name) words += L"docs/" + std::to_wstring(name) + L"\r\n";
+    for (int name = 0; name < 100'000; ++name) words.append(L"docs/").append(std::to_wstring(name)).append(L"\r\n");
     const MemberChoice choice(words);
     int chosen = 0;
-    for (int name = 0; name < 200'000; ++name) chosen += choice.contains(L"docs\\" + std::to_wstring(name));
+    for (int name = 0; name < 200'000; ++name)
+        chosen += choice.contains(std::wstring(L"docs\\").append(std::to_wstring(name)));
     EXPECT_EQ(chosen, 100'000);
 }
 

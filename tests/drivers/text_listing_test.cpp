@@ -49,7 +49,9 @@ TEST_P(UnZipVersion, DecidesHowIsListed) {
 INSTANTIATE_TEST_SUITE_P(Versions, UnZipVersion,
                          testing::Values(VersionCase{78, true}, VersionCase{79, true}, VersionCase{80, false},
                                          VersionCase{540, false}),
-                         [](const auto& each) { return "Version" + std::to_string(each.param.version); });
+                         [](const auto& each) {
+                             return std::string("Version").append(std::to_string(each.param.version));
+                         });
 
 TEST_F(UnZipText, GivesEachFieldAsTheTextSaysIt) {
     ASSERT_EQ(list(kHeading + kRow + kEnd), 1U);
@@ -99,15 +101,19 @@ TEST_F(UnZipText, SplitsNamesAndPaths) {
 }
 
 TEST_F(UnZipText, TakesLinesThatEndWithCrLf) {
-    std::string text = kHeading + kRow + kEnd;
-    for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2) text.insert(at, "\r");
+    std::string text;
+    for (const char each : kHeading + kRow + kEnd) {
+        if (each == '\n') text.push_back('\r');
+        text.push_back(each);
+    }
     ASSERT_EQ(list(text), 1U);
     EXPECT_EQ(zip.FileCRC(0), L"bb161e23");
 }
 
 TEST_F(UnZipText, ListsAtMost256Lines) {
     std::string text = kHeading;
-    for (int row = 0; row < 300; ++row) text += "m" + std::to_string(row) + " 1 1 0.0% 01-05-17 17:30:58 a--w X 0\n";
+    for (int row = 0; row < 300; ++row)
+        text.append("m").append(std::to_string(row)).append(" 1 1 0.0% 01-05-17 17:30:58 a--w X 0\n");
     ASSERT_EQ(list(text + kEnd), 256U);
     EXPECT_EQ(zip.FileName(255), L"m255");
     EXPECT_FALSE(zip.listingComplete());

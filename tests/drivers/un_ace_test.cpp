@@ -376,7 +376,7 @@ TEST_F(UnAce, LeavesNoHalfFileBehindAndNamesTheMember) {
 
 TEST_F(UnAce, NamesTheFirstTenMembersThatFailed) {
     for (int member = 0; member < 11; ++member) {
-        library.members.push_back({.name = L"m" + std::to_wstring(member)});
+        library.members.push_back({.name = std::wstring(L"m").append(std::to_wstring(member))});
         library.answers[library.members.back().name] = 9;
     }
     EXPECT_FALSE(extract());

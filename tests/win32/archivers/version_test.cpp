@@ -68,7 +68,8 @@ INSTANTIATE_TEST_SUITE_P(
                       VersionCase{"UnRar32", 40, L"0.40.0.0", L"Archiver library for RAR", L"UnRar32.dll"},
                       VersionCase{"UnArj32j", 1U << 16 | 20, L"1.20.0.0", L"Archiver library for ARJ", L"UnArj32j.dll"},
                       VersionCase{"UnLha32", 2U << 16 | 67, L"2.67.0.0", L"Archiver library for LZH", L"UnLha32.dll"},
-                      VersionCase{"Cab32", 98, L"0.98.0.0", L"Archiver library for cabinets", L"Cab32.dll"}),
+                      VersionCase{"Cab32", 98, L"0.98.0.0", L"Archiver library for cabinets", L"Cab32.dll"},
+                      VersionCase{"UnAce", 2U << 16 | 60, L"2.60.0.0", L"Archiver library for ACE", L"UnAce.dll"}),
     [](const auto& each) { return std::string(each.param.module); });
 
 }  // namespace

@@ -12,10 +12,11 @@ namespace archiver {
 ///
 /// A member that goes on in other volumes is one member. kArcFileOpen stands in place of the members of a volume that
 /// is missing, and `read` answers it for a member that is not complete; a member that began in a volume before the one
-/// that was opened gives kCannotRead. Links are members without bytes. `read` answers kPasswordFile for encrypted
-/// members, kMethod for what cannot be unpacked: methods before generation 3, dictionaries above 64 MiB, members of
-/// generation 3 that are packed solid with others, and copies of another member; kHuffmanCode for packed data that
-/// makes no sense.
+/// that was opened gives kCannotRead. Links of RAR 3 and 4 have their target as bytes, those of RAR 5 none; there, a
+/// copy of another member counts as a hard link to it. Members that are packed solid unpack in any order, and fast in
+/// their own. `read` answers kPasswordFile for encrypted members and those packed with them, kMethod for what cannot be
+/// unpacked: methods before RAR 2.9, dictionaries above 64 MiB, filters that are no standard ones; kHuffmanCode for
+/// packed data that makes no sense, and for all that is packed solid behind it.
 /// @return kNotFindArcFile, kArcFileOpen (also for folders), kFileStyle when it is no RAR archive, kPasswordFile when
 ///         the headers are encrypted, kHeaderCrc and kHeaderBroken when the first header is damaged, kCannotRead
 OpenResult openRar(const std::filesystem::path& file);

@@ -37,7 +37,7 @@ packed() {
             zip) zip -q -r "$part" . ;;
             tar) tar -cf "$part" ./* ;;
             tgz) tar -cf - ./* | gzip -c >"$part" ;;
-            tbz) tar -cf - ./* | bzip2 -c >"$part" ;;
+            tar.bz2) tar -cf - ./* | bzip2 -c >"$part" ;;
             arj) arj a -r -y "$part" >/dev/null ;;
             lzh) jlha aq "$part" ./* >/dev/null ;;
             # A cabinet holds 65,535 members at most, and a command line 2 MiB.
@@ -74,7 +74,7 @@ for what in sources small large; do
     unpack_beside "$(packed $what zip)" 7zz bsdtar unzip
     unpack_beside "$(packed $what tar)" 7zz bsdtar tar
     unpack_beside "$(packed $what tgz)" bsdtar tar
-    unpack_beside "$(packed $what tbz)" bsdtar tar
+    unpack_beside "$(packed $what tar.bz2)" bsdtar tar
     unpack_beside "$(packed $what arj)" 7zz arj
     unpack_beside "$(packed $what lzh)" 7zz bsdtar lha
     unpack_beside "$(packed $what cab)" 7zz bsdtar cabextract

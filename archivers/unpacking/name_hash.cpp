@@ -46,7 +46,7 @@ NameHash::Key chanceKey() {
         const std::uint64_t first = word();
         return {first, word()};
     } catch (const std::exception&) {
-        const int place = 0;
+        static const int place = 0;
         return {static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()),
                 static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&place))};
     }

@@ -8,7 +8,7 @@ namespace archiver {
 namespace {
 
 constexpr unsigned kMostThreads = 16;
-constexpr std::size_t kMostJobs = 512;  // two batches for each of the most threads
+constexpr std::size_t kMostJobs = 1024;  // four batches for each of the most threads
 constexpr std::size_t kBatchJobs = 16;
 constexpr std::uint64_t kBatchCost = std::uint64_t{256} << 10;
 constexpr std::uint64_t kMostCost = std::uint64_t{128} << 20;
@@ -33,6 +33,8 @@ JobLine::~JobLine() {
 }
 
 bool JobLine::isFull() const noexcept { return jobs_.size() >= kMostJobs || cost_ >= kMostCost; }
+
+bool JobLine::isHalfFull() const noexcept { return jobs_.size() >= kMostJobs / 2 || cost_ >= kMostCost / 2; }
 
 void JobLine::add(std::unique_ptr<MemberJob> job) {
     MemberJob& added = *job;

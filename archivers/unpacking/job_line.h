@@ -31,6 +31,8 @@ public:
     [[nodiscard]] bool empty() const noexcept { return jobs_.empty(); }
     /// Whether the front is to be awaited before more is added.
     [[nodiscard]] bool isFull() const noexcept;
+    /// Whether half of that is in the line.
+    [[nodiscard]] bool isHalfFull() const noexcept;
     /// A job with data goes to a thread, one without is done.
     void add(std::unique_ptr<MemberJob> job);
     /// The first job, done or not; null when there is none.

@@ -117,7 +117,9 @@ void MemberRun::tell(std::unique_ptr<MemberJob> job) {
 void MemberRun::add(std::unique_ptr<MemberJob> job) {
     line_.add(std::move(job));
     tellDone();
-    while (line_.isFull()) {
+    if (!line_.isFull()) return;
+    // Down to half of it at once: whoever waits for every single one hands over in crumbs.
+    while (line_.isHalfFull()) {
         meter_.show(line_.front());
         if (line_.waitFor(*line_.front(), ProgressMeter::kInterval)) tellFront();
         static_cast<void>(meter_.poll());

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <ostream>
 
 #include "win32/system/support/system_fixture.h"
@@ -34,6 +36,7 @@ struct PrefixCase {
     const char* prefix;
     const wchar_t* library;
     const wchar_t* file;
+    bool listsByVersion = false;  ///< the version decides how is listed: it is asked for each time
 };
 std::ostream& operator<<(std::ostream& stream, const PrefixCase& each) { return stream << each.prefix; }
 
@@ -67,6 +70,16 @@ protected:
         return lines;
     }
 
+    /// The calls with that for the version put in where a listing begins.
+    static Lines expected(Lines functions) {
+        if (GetParam().listsByVersion) {
+            auto listing = std::ranges::find_if(functions, [](const auto& each) { return each.starts_with("Open"); });
+            if (listing != functions.begin() && *std::prev(listing) == "SetUnicodeMode 1") --listing;
+            functions.insert(listing, "GetVersion");
+        }
+        return prefixed(functions);
+    }
+
     const recording::Session session;
     const std::wstring file = writeFile(folder, GetParam().file, "whatever");
     const std::string name = "\"{folder}\\x5C" + logged(std::wstring(GetParam().file)) + '"';
@@ -81,7 +94,7 @@ TEST_P(RecordedCalls, OfALibraryThatSpeaksUtf8) {
     EXPECT_EQ(calls(), prefixed({"SetUnicodeMode 1", "CheckArchive " + name + " 0", "SetUnicodeMode 0"}));
     ASSERT_TRUE(open(file));
     window = browser().window();
-    EXPECT_EQ(calls(), prefixed({
+    EXPECT_EQ(calls(), expected({
                            "SetUnicodeMode 1",
                            "CheckArchive " + name + " 0",
                            "SetUnicodeMode 0",
@@ -108,7 +121,7 @@ TEST_P(RecordedCalls, OfALibraryThatDoesNot) {
     create();
     ASSERT_TRUE(open(file));
     window = browser().window();
-    EXPECT_EQ(calls(), prefixed({
+    EXPECT_EQ(calls(), expected({
                            "GetVersion",
                            "CheckArchive " + name + " 0",
                            "OpenArchive {window} " + name + " 0",
@@ -130,7 +143,7 @@ TEST_P(RecordedCalls, WhenTheArchiveDoesNotOpen) {
     session.clearLog();
     ASSERT_TRUE(open(file));
     window = browser().window();
-    EXPECT_EQ(calls(), prefixed({
+    EXPECT_EQ(calls(), expected({
                            "SetUnicodeMode 1",
                            "CheckArchive " + name + " 0",
                            "SetUnicodeMode 0",
@@ -151,11 +164,52 @@ TEST_P(RecordedCalls, WhileFoldersAreShownThereAreNone) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Libraries, RecordedCalls,
-                         testing::Values(PrefixCase{"UnZip", L"UnZip32.dll", L"some.zip"},
+                         testing::Values(PrefixCase{"UnZip", L"UnZip32.dll", L"some.zip", true},
                                          PrefixCase{"Tar", L"Tar32.dll", L"some.tgz"},
                                          PrefixCase{"Unarj", L"UnArj32j.dll", L"some.arj"},
-                                         PrefixCase{"Unrar", L"UnRar32.dll", L"some.rar"}),
+                                         PrefixCase{"Unrar", L"UnRar32.dll", L"some.rar"},
+                                         PrefixCase{"Unlha", L"UnLha32.dll", L"some.lzh"},
+                                         PrefixCase{"Cab", L"Cab32.dll", L"some.cab"}),
                          [](const auto& each) { return std::string(each.param.prefix); });
+
+/// Kinds and versions that are listed in ways of their own.
+class RecordedListings : public SystemFixture {
+protected:
+    const recording::Session session;
+};
+
+TEST_F(RecordedListings, OfOlderZipLibrariesAreReadFromText) {
+    libraries.recorded(L"UnZip32.dll");
+    session.script(
+        "version 79\n"
+        "output heading\\nheading\\nold.txt 5 4 80.0% 01-05-17 17:30:58 a--w Stored 00000000\\n--------------\\n\n"
+        "entry name=new.txt\n");
+    create();
+    ASSERT_TRUE(open(writeFile(folder, L"some.zip", "whatever")));
+    EXPECT_EQ(browser().names(), Texts{L"old.txt"});
+    session.script("version 80\nentry name=new.txt\n");
+    browser().close();
+    ASSERT_TRUE(open(folder / L"some.zip"));
+    EXPECT_EQ(browser().names(), Texts{L"new.txt"});
+}
+
+TEST_F(RecordedListings, OfAceArchivesGoThroughTheLibrarysOwnFunctions) {
+    libraries.recorded(L"UnAce.dll");
+    session.script("entry name=one.txt original=5 packed=4\nentry name=two.txt original=7 packed=6\n");
+    create();
+    EXPECT_EQ(session.log(), Lines{}) << "that the library is there is enough";
+    const std::wstring file = writeFile(folder, L"some.ace", "whatever");
+    EXPECT_EQ(kindOf(file), 1024);
+    session.clearLog();
+    ASSERT_TRUE(open(file));
+    EXPECT_EQ(browser().names(), (Texts{L"one.txt", L"two.txt"}));
+    Lines functions;
+    for (const std::string& line : session.log()) functions.push_back(line.substr(0, line.find(' ')));
+    EXPECT_EQ(functions,
+              (Lines{"ACESetUnicodeMode", "ACEOpenArchive", "ACECloseArchive", "ACESetUnicodeMode", "ACESetUnicodeMode",
+                     "ACEOpenArchive", "ACEReadHeader", "ACEProcessFile", "ACEReadHeader", "ACEProcessFile",
+                     "ACEReadHeader", "ACECloseArchive", "ACESetUnicodeMode"}));
+}
 
 }  // namespace
 }  // namespace tovar::test

@@ -68,7 +68,12 @@ INSTANTIATE_TEST_SUITE_P(
                     VersionCase{"ArjAtItsMinimum", L"UnArj32j.dll", L"a.arj", 64, "12", true},
                     VersionCase{"RarZero", L"UnRar32.dll", L"a.rar", 32, "0", true},
                     VersionCase{"RarOne", L"UnRar32.dll", L"a.rar", 32, "1", false},
-                    VersionCase{"RarTwo", L"UnRar32.dll", L"a.rar", 32, "2", true}),
+                    VersionCase{"RarTwo", L"UnRar32.dll", L"a.rar", 32, "2", true},
+                    VersionCase{"LzhBelowItsMinimum", L"UnLha32.dll", L"a.lzh", 128, "86", false},
+                    VersionCase{"LzhAtItsMinimum", L"UnLha32.dll", L"a.lzh", 128, "87", true},
+                    VersionCase{"CabBelowItsMinimum", L"Cab32.dll", L"a.cab", 256, "64", false},
+                    VersionCase{"CabAtItsMinimum", L"Cab32.dll", L"a.cab", 256, "65", true},
+                    VersionCase{"AceOfAnyVersion", L"UnAce.dll", L"a.ace", 1024, "1", true}),
     [](const auto& each) { return std::string(each.param.name); });
 
 TEST_F(RecordedComponent, AsksUnusableLibrariesNothingElse) {

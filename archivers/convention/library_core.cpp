@@ -145,7 +145,9 @@ std::int32_t LibraryCore::compressMem(std::uint32_t* written) const noexcept { r
 std::int32_t LibraryCore::configDialog(WindowHandle owner) noexcept {
     const Running running(running_);
     if (!running.started()) return kAlreadyRunning;
-    return description_.configure != nullptr && description_.configure(owner, description_.title) ? 1 : 0;
+    // Without an owner window none is shown, here as everywhere.
+    if (owner == nullptr || description_.configure == nullptr) return 0;
+    return description_.configure(owner, description_.title) ? 1 : 0;
 }
 
 template <class Value>

@@ -36,6 +36,7 @@ public:
                             std::int32_t* time, std::uint16_t* attribute, std::uint32_t* written) noexcept;
     std::int32_t compressMem(std::uint32_t* written) const noexcept;
     /// Counts as a command that runs.
+    /// @param owner  null = nothing is shown
     /// @return 1 when settings were changed, else 0; kAlreadyRunning
     std::int32_t configDialog(WindowHandle owner) noexcept;
     [[nodiscard]] Bool running() const noexcept { return running_ ? 1 : 0; }

@@ -15,7 +15,7 @@ public:
     explicit ScratchFolder(const char* name)
         : before_(std::filesystem::current_path()),
           path_(std::filesystem::temp_directory_path() / (std::string("tovarex-") + name)) {
-        std::filesystem::remove_all(path_);
+        remove();
         std::filesystem::create_directories(path_);
         std::filesystem::current_path(path_);
     }
@@ -24,7 +24,7 @@ public:
     ~ScratchFolder() {
         std::error_code ignored;
         std::filesystem::current_path(before_, ignored);
-        std::filesystem::remove_all(path_, ignored);
+        remove();
     }
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
@@ -39,6 +39,19 @@ public:
     }
 
 private:
+    /// With write-protected files too, which Windows does not remove as they are.
+    void remove() {
+        std::error_code ignored;
+        for (std::filesystem::recursive_directory_iterator each(path_, ignored), end; each != end;
+             each.increment(ignored)) {
+            std::filesystem::permissions(each->path(), std::filesystem::perms::owner_write,
+                                         std::filesystem::perm_options::add | std::filesystem::perm_options::nofollow,
+                                         ignored);
+        }
+        std::filesystem::remove_all(path_, ignored);
+        EXPECT_FALSE(std::filesystem::exists(path_));
+    }
+
     std::filesystem::path before_, path_;
 };
 

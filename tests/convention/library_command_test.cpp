@@ -73,6 +73,25 @@ TEST_F(LibraryCommand, HasNothingToDoWithMemory) {
 
 TEST_F(LibraryCommand, HasNothingToConfigure) { EXPECT_EQ(library.configDialog(nullptr), 0); }
 
+TEST_F(LibraryCommand, ConfiguresOverAWindowOnly) {
+    static WindowHandle asked = nullptr;
+    static std::string askedTitle;
+    static constexpr LibraryDescription description{
+        .prefix = "Fake", .title = "Fake32", .configure = [](WindowHandle owner, const char* title) noexcept {
+            asked = owner;
+            askedTitle = title;
+            return true;
+        }};
+    LibraryCore configured(description, utf8Codec());
+    EXPECT_EQ(configured.queryFunctionList(17), 1);
+    EXPECT_EQ(configured.configDialog(nullptr), 0);
+    EXPECT_EQ(asked, nullptr);
+    EXPECT_EQ(configured.configDialog(window), 1);
+    EXPECT_EQ(asked, window);
+    EXPECT_EQ(askedTitle, "Fake32");
+    EXPECT_EQ(configured.running(), 0);
+}
+
 TEST_F(LibraryCommand, GetsItsLineAndWindow) {
     act([&](const CommandContext& context, CommandOutput& text) {
         EXPECT_EQ(context.commandLine, "x a.zip \xE8\xA1\xA8");

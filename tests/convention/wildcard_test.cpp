@@ -216,13 +216,13 @@ TEST(WildcardSet, KnowsThatItTakesEverything) {
 // With a comparison of each name with each pattern, or of each folder above a name anew, this would not end.
 TEST(WildcardSet, LooksPlainNamesUp) {
     std::vector<std::string> names;
-    for (int number = 0; number < 200'000; ++number) names.push_back("f" + std::to_string(number) + "/*.*");
+    for (int number = 0; number < 200'000; ++number) names.push_back(std::to_string(number).append("/*.*"));
     WildcardSet set(names, {});
     std::string deep;
     for (int count = 0; count < 500'000; ++count) deep += "x/";
     EXPECT_FALSE(set.matches(deep));
-    for (int number = 0; number < 200'000; ++number) ASSERT_TRUE(set.matches("f" + std::to_string(number) + "/a"));
-    EXPECT_FALSE(set.matches("f200000/a"));
+    for (int number = 0; number < 200'000; ++number) ASSERT_TRUE(set.matches(std::to_string(number).append("/a")));
+    EXPECT_FALSE(set.matches("200000/a"));
 }
 
 // With a matcher that tries every way this would not end.

@@ -1,5 +1,6 @@
 #include "archivers/cab32/cab_language.h"
 #include "archivers/commands/command_runner.h"
+#include "archivers/commands/library_settings.h"
 #include "archivers/formats/cab/cab_reader.h"
 
 #define ARCHIVER_PREFIX Cab
@@ -11,7 +12,8 @@ constexpr archiver::LibraryDescription kDescription{.prefix = "Cab",
                                                     .version = 98,
                                                     .open = &archiver::openCab,
                                                     .separator = '\\',
-                                                    .command = &archiver::runLanguage<archiver::kCabLanguage>};
+                                                    .command = &archiver::runLanguage<archiver::kCabLanguage>,
+                                                    .configure = &archiver::configureLibrary};
 archiver::LibraryCore core(kDescription);
 }  // namespace
 

@@ -1,4 +1,5 @@
 #include "archivers/commands/command_runner.h"
+#include "archivers/commands/library_settings.h"
 #include "archivers/formats/arj/arj_reader.h"
 #include "archivers/unarj32j/arj_language.h"
 
@@ -11,7 +12,8 @@ constexpr archiver::LibraryDescription kDescription{.prefix = "Unarj",
                                                     .version = 120,
                                                     .open = &archiver::openArj,
                                                     .separator = '\\',
-                                                    .command = &archiver::runLanguage<archiver::kArjLanguage>};
+                                                    .command = &archiver::runLanguage<archiver::kArjLanguage>,
+                                                    .configure = &archiver::configureLibrary};
 archiver::LibraryCore core(kDescription);
 }  // namespace
 

@@ -1,4 +1,5 @@
 #include "archivers/commands/command_runner.h"
+#include "archivers/commands/library_settings.h"
 #include "archivers/formats/lzh/lzh_reader.h"
 #include "archivers/unlha32/lha_language.h"
 
@@ -10,7 +11,8 @@ constexpr archiver::LibraryDescription kDescription{.prefix = "Unlha",
                                                     .title = "UnLha32",
                                                     .version = 267,
                                                     .open = &archiver::openLzh,
-                                                    .command = &archiver::runLanguage<archiver::kLhaLanguage>};
+                                                    .command = &archiver::runLanguage<archiver::kLhaLanguage>,
+                                                    .configure = &archiver::configureLibrary};
 archiver::LibraryCore core(kDescription);
 }  // namespace
 

@@ -1,4 +1,5 @@
 #include "archivers/commands/command_runner.h"
+#include "archivers/commands/library_settings.h"
 #include "archivers/formats/rar/rar_reader.h"
 #include "archivers/unrar32/rar_language.h"
 
@@ -11,7 +12,8 @@ constexpr archiver::LibraryDescription kDescription{.prefix = "Unrar",
                                                     .version = 40,
                                                     .open = &archiver::openRar,
                                                     .separator = '\\',
-                                                    .command = &archiver::runLanguage<archiver::kRarLanguage>};
+                                                    .command = &archiver::runLanguage<archiver::kRarLanguage>,
+                                                    .configure = &archiver::configureLibrary};
 archiver::LibraryCore core(kDescription);
 }  // namespace
 

@@ -69,6 +69,34 @@ unpack_beside() {
     "$bin/measure" --empty "$target/out" "$runs" "${contenders[@]}"
 }
 
+# bsdtar for Windows, built from the sources that the bundled libraries stand on.
+windows_peer() {
+    local peer=$deps/build/bsdtar/bin/bsdtar.exe
+    if [ ! -e "$peer" ]; then
+        say "Building bsdtar for Windows" >&2
+        ln -sf "/usr/$deps_host/lib/libbcrypt.a" "$deps/build/case/libBcrypt.a"
+        logged bsdtar cmake -S "$deps/src/libarchive" -B "$deps/build/bsdtar" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+            -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-i686.cmake" -DTOVAREX_DEPS="$deps_prefix" \
+            -DBUILD_SHARED_LIBS=OFF -DCMAKE_EXE_LINKER_FLAGS="-static -L$deps/build/case" \
+            -DCMAKE_C_FLAGS="-I$deps/build/case -D__MINGW_USE_VC2005_COMPAT -DLIBARCHIVE_STATIC" \
+            -DENABLE_TEST=OFF -DENABLE_CPIO=OFF -DENABLE_CAT=OFF -DENABLE_OPENSSL=OFF -DENABLE_LIBXML2=OFF \
+            -DENABLE_EXPAT=OFF -DENABLE_ICONV=OFF -DENABLE_LZ4=OFF -DENABLE_LZMA=OFF -DENABLE_ZSTD=OFF \
+            -DENABLE_LIBB2=OFF -DENABLE_WERROR=OFF "${deps_zlib[@]}"
+        logged bsdtar cmake --build "$deps/build/bsdtar" --target bsdtar
+    fi
+    printf %s "$peer"
+}
+
+# $1: archive
+unpack_under_wine() {
+    local archive
+    archive=$(windows_path "$1")
+    printf '   %s\n' "$(basename "$1")"
+    "$bin/measure" --empty "$target/out" "$runs" \
+        "tovar.exe extract" "wine $build/win32-release/bin/tovar.exe extract --to $(windows_path "$target/out") $archive" \
+        "bsdtar.exe -x" "wine $peer -xf $archive"
+}
+
 say "Unpacking to a memory disk, beside peers"
 for what in sources small large; do
     unpack_beside "$(packed $what zip)" 7zz bsdtar unzip
@@ -78,4 +106,12 @@ for what in sources small large; do
     unpack_beside "$(packed $what arj)" 7zz arj
     unpack_beside "$(packed $what lzh)" 7zz bsdtar lha
     unpack_beside "$(packed $what cab)" 7zz bsdtar cabextract
+done
+
+say "The same under Wine, beside bsdtar for Windows"
+peer=$(windows_peer)
+[ -n "${wine_server_started:-}" ] || start_wine yes
+trap 'stop_wine; rm -rf "$target"' EXIT
+for what in sources large; do
+    for kind in zip tar tgz lzh cab; do unpack_under_wine "$(packed $what $kind)"; done
 done

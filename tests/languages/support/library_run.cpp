@@ -59,7 +59,8 @@ void makeNew(const std::filesystem::path& file) {
                                      std::filesystem::file_time_type::clock::now() + std::chrono::hours(24 * 365));
 }
 
-LibraryRun::LibraryRun(const char* module, const char* prefix) : library_(module, prefix) {
+LibraryRun::LibraryRun(const char* module, const char* prefix, const char* folder)
+    : scratch(folder), library_(module, prefix) {
     EXPECT_TRUE(library_.loaded());
     library_.call<fn::SetBool>("SetUnicodeMode", 1);
 }

@@ -24,7 +24,8 @@ void makeNew(const std::filesystem::path& file);
 /// A bundled library that runs command lines, with a target folder. Without an owner window no question is asked.
 class LibraryRun {
 public:
-    LibraryRun(const char* module, const char* prefix);
+    /// @param folder  part of the scratch folder's name: programs that run at once have different ones
+    LibraryRun(const char* module, const char* prefix, const char* folder = "languages");
 
     /// Runs a line in which "ARC" stands for the archive, "OUT" for the target folder with its separator, both quoted.
     std::int32_t operator()(std::string line);
@@ -32,8 +33,9 @@ public:
     [[nodiscard]] const std::string& text() const { return text_; }
     [[nodiscard]] Files unpacked() const { return filesBelow(target()); }
     [[nodiscard]] std::filesystem::path target() const { return scratch.path() / "out"; }
+    [[nodiscard]] const LoadedLibrary& library() const { return library_; }
 
-    const ScratchFolder scratch{"languages"};
+    const ScratchFolder scratch;
     std::string archive;  ///< what "ARC" is
 
 private:

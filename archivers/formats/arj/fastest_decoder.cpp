@@ -4,6 +4,12 @@
 #include <bit>
 
 namespace archiver::arj {
+
+using huffman_lz::BitCursor;
+using huffman_lz::BitReader;
+using huffman_lz::copyMatch;
+using huffman_lz::OutputWindow;
+
 namespace {
 
 /// Takes a number whose leading 1 bits tell its width: kStart and one more for each, at most kStop, where no 0 bit

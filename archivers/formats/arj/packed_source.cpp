@@ -5,7 +5,7 @@
 namespace archiver::arj {
 
 PackedSource::PackedSource(const InputFile& file, const Part& part, std::string_view password)
-    : file_(file), offset_(part.offset), left_(part.packedSize) {
+    : huffman_lz::PackedSource(file, part.offset, part.packedSize) {
     if (!part.garbled || password.empty()) return;
     // The password many times over, so that the loop below has long runs.
     constexpr std::size_t kShortestPad = 1024;
@@ -15,13 +15,8 @@ PackedSource::PackedSource(const InputFile& file, const Part& part, std::string_
 }
 
 std::size_t PackedSource::read(unsigned char* into, std::size_t size) noexcept {
-    const std::size_t wanted = std::min<std::size_t>(size, left_);
-    if (wanted == 0 || failed_) return 0;
-    const std::size_t got = file_.readAt(offset_, {reinterpret_cast<char*>(into), wanted}).value_or(0);
-    failed_ = got < wanted;
+    const std::size_t got = huffman_lz::PackedSource::read(into, size);
     if (!pad_.empty()) ungarble(into, got);
-    offset_ += got;
-    left_ -= static_cast<std::uint32_t>(got);
     return got;
 }
 

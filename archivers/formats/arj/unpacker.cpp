@@ -1,8 +1,17 @@
 #include "archivers/formats/arj/unpacker.h"
 
+#include "archivers/formats/arj/checksum.h"
 #include "archivers/formats/arj/fastest_decoder.h"
 
 namespace archiver::arj {
+namespace {
+
+/// Archivers use 26,624 bytes. Nothing stands before the start.
+constexpr huffman_lz::WindowKind kWindow{std::size_t{32} * 1024, &crc32Of, std::nullopt};
+/// Those of LZH's -lh7-.
+constexpr huffman_lz::BlockShape kBlocks{17, 5};
+
+}  // namespace
 
 /// Takes stored bytes over.
 ReturnCode Unpacker::copy(PackedSource& source) {
@@ -26,7 +35,7 @@ ReturnCode Unpacker::decode(PackedSource& source, const Part& part) {
         case 2:
         case 3:
             bits_.start(source);
-            return blocks_.decode(bits_, window_);
+            return blocks_.decode(bits_, window_, kBlocks);
         case 4:
             bits_.start(source);
             return decodeFastest(bits_, window_);
@@ -38,10 +47,10 @@ ReturnCode Unpacker::decode(PackedSource& source, const Part& part) {
 ReturnCode Unpacker::unpack(const InputFile& volume, const Part& part, std::string_view password,
                             const DataSink& sink) {
     PackedSource source(volume, part, password);
-    window_.start(part.originalSize, sink);
+    window_.start(part.originalSize, kWindow, sink);
     const ReturnCode code = decode(source, part);
     if (code != kOk) return code;
-    return window_.crc() == part.crc ? kOk : kFileCrc;
+    return window_.checksum() == part.crc ? kOk : kFileCrc;
 }
 
 }  // namespace archiver::arj

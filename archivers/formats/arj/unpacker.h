@@ -1,10 +1,11 @@
 #pragma once
 #include <string_view>
 
-#include "archivers/formats/arj/bit_reader.h"
-#include "archivers/formats/arj/block_decoder.h"
-#include "archivers/formats/arj/output_window.h"
+#include "archivers/formats/arj/packed_source.h"
 #include "archivers/formats/arj/part.h"
+#include "archivers/formats/huffman_lz/bit_reader.h"
+#include "archivers/formats/huffman_lz/block_decoder.h"
+#include "archivers/formats/huffman_lz/output_window.h"
 
 namespace archiver::arj {
 
@@ -21,9 +22,9 @@ private:
     ReturnCode decode(PackedSource& source, const Part& part);
     ReturnCode copy(PackedSource& source);
 
-    BitReader bits_;
-    OutputWindow window_;
-    BlockDecoder blocks_;
+    huffman_lz::BitReader bits_;
+    huffman_lz::OutputWindow window_;
+    huffman_lz::BlockDecoder blocks_;
 };
 
 }  // namespace archiver::arj

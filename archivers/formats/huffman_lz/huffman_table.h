@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <span>
 
-#include "archivers/formats/arj/bit_reader.h"
+#include "archivers/formats/huffman_lz/bit_reader.h"
 
-namespace archiver::arj {
+namespace archiver::huffman_lz {
 
 /// Decodes canonical Huffman codes of at most 16 bits by looking them up: shorter codes first, equal lengths in the
 /// order of their symbols, the first code all zeros.
@@ -92,4 +92,4 @@ private:
     std::array<std::uint16_t, kMostGroups * kGroupSize> second_{};
 };
 
-}  // namespace archiver::arj
+}  // namespace archiver::huffman_lz

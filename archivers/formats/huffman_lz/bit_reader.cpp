@@ -1,9 +1,9 @@
-#include "archivers/formats/arj/bit_reader.h"
+#include "archivers/formats/huffman_lz/bit_reader.h"
 
 #include <algorithm>
 #include <cstring>
 
-namespace archiver::arj {
+namespace archiver::huffman_lz {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
@@ -57,4 +57,4 @@ bool BitReader::load() noexcept {
     return true;
 }
 
-}  // namespace archiver::arj
+}  // namespace archiver::huffman_lz

@@ -3,27 +3,35 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include "archivers/formats/archive_reader.h"
 
-namespace archiver::arj {
+namespace archiver::huffman_lz {
+
+/// What differs between the formats whose bytes pass through a window.
+struct WindowKind {
+    /// Adds bytes to a checksum that starts with 0.
+    using Checksum = std::uint32_t (*)(std::uint32_t sum, const void* bytes, std::size_t size) noexcept;
+
+    std::size_t history;  ///< bytes that matches may reach back
+    Checksum checksum;
+    std::optional<unsigned char> before;  ///< what matches find before the start; without it they may not reach there
+};
 
 /// Where unpacked bytes come together: a straight run of memory that holds what matches may refer to and what comes
 /// next. Full runs go to the sink and into the checksum; the newest bytes are kept in front.
 class OutputWindow {
 public:
-    /// Farthest that a match may reach back; archivers use 26,624 bytes.
-    static constexpr std::size_t kHistory = std::size_t{32} * 1024;
     /// Bytes that one run gives to the sink.
     static constexpr std::size_t kRun = std::size_t{128} * 1024;
     /// Bytes that may be written behind `limit`: a literal, a match, and what copying in steps writes too much.
     static constexpr std::size_t kSlack = 512;
 
-    OutputWindow();
-
     /// Begins a part.
     /// @param size  bytes that it unpacks to
-    void start(std::uint64_t size, const DataSink& sink) noexcept;
+    /// @param sink  outlives the part
+    void start(std::uint64_t size, const WindowKind& kind, const DataSink& sink);
 
     [[nodiscard]] bool complete() const noexcept { return left_ == 0; }
     /// The oldest byte that a match may refer to.
@@ -46,19 +54,22 @@ public:
     }
 
     /// Of all bytes so far.
-    [[nodiscard]] std::uint32_t crc() const noexcept { return crc_; }
+    [[nodiscard]] std::uint32_t checksum() const noexcept { return sum_; }
 
 private:
     bool give();
     void setLimit() noexcept;
 
     std::unique_ptr<unsigned char[]> buffer_;
+    std::size_t capacity_ = 0;  ///< history that the buffer has room for
+    std::size_t history_ = 0;
+    WindowKind::Checksum checksum_ = nullptr;
     const DataSink* sink_ = nullptr;
     unsigned char* at_ = nullptr;     ///< where the next byte goes
     unsigned char* given_ = nullptr;  ///< what stands before it went to the sink
     unsigned char* limit_ = nullptr;
     std::uint64_t left_ = 0;  ///< bytes from `given_` to the part's end
-    std::uint32_t crc_ = 0;
+    std::uint32_t sum_ = 0;
 };
 
 /// Copies a match. May write up to 15 bytes more than `length`.
@@ -87,4 +98,4 @@ inline unsigned char* copyMatch(unsigned char* at, std::size_t distance, std::si
     return end;
 }
 
-}  // namespace archiver::arj
+}  // namespace archiver::huffman_lz

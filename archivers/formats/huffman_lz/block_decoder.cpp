@@ -1,12 +1,13 @@
-#include "archivers/formats/arj/block_decoder.h"
+#include "archivers/formats/huffman_lz/block_decoder.h"
 
+#include <algorithm>
 #include <array>
 
-namespace archiver::arj {
+namespace archiver::huffman_lz {
 namespace {
 
 constexpr unsigned kCountBits = 16;
-constexpr unsigned kSmallTableBits = 5;
+constexpr unsigned kLengthTableBits = 5;
 constexpr unsigned kLiteralTableBits = 9;
 constexpr std::uint8_t kLongestCode = 16;
 constexpr std::size_t kNoGap = ~std::size_t{0};
@@ -18,18 +19,20 @@ constexpr unsigned kShortestMatch = 3;
 BlockDecoder::BlockDecoder() : tables_(std::make_unique<Tables>()) {}
 
 /// Reads the codes of length codes or of positions.
+/// @param width     bits of their count
 /// @param gapAfter  after this many lengths, two bits tell how many zero lengths follow
 template <class Table>
-bool BlockDecoder::readSmallTable(BitReader& bits, Table& table, std::size_t symbols, std::size_t gapAfter) {
-    const std::size_t count = bits.take(kSmallTableBits);
+bool BlockDecoder::readSmallTable(BitReader& bits, Table& table, std::size_t symbols, unsigned width,
+                                  std::size_t gapAfter) {
+    const std::size_t count = bits.take(width);
     if (count == 0) {
-        const std::size_t symbol = bits.take(kSmallTableBits);
+        const std::size_t symbol = bits.take(width);
         if (symbol >= symbols) return false;
         table.buildSingle(symbol);
         return true;
     }
     if (count > symbols) return false;
-    std::array<std::uint8_t, kLengthCodes + 3> lengths{};
+    std::array<std::uint8_t, std::max(kLengthCodes + 3, kMostPositions)> lengths{};
     for (std::size_t index = 0; index < count;) {
         // Three bits; from 7 on each further 1 bit adds one, and a 0 bit ends.
         auto length = static_cast<std::uint8_t>(bits.take(3));
@@ -72,9 +75,9 @@ bool BlockDecoder::readLiteralTable(BitReader& bits) {
     return tables_->literals.build(lengths);
 }
 
-bool BlockDecoder::readTables(BitReader& bits) {
-    return readSmallTable(bits, tables_->lengthCodes, kLengthCodes, 3) && readLiteralTable(bits) &&
-           readSmallTable(bits, tables_->positions, kPositions, kNoGap) && !bits.failed();
+bool BlockDecoder::readTables(BitReader& bits, const BlockShape& shape) {
+    return readSmallTable(bits, tables_->lengthCodes, kLengthCodes, kLengthTableBits, 3) && readLiteralTable(bits) &&
+           readSmallTable(bits, tables_->positions, shape.positions, shape.positionBits, kNoGap) && !bits.failed();
 }
 
 /// Decodes symbols of one block, until it ends or the window wants to be emptied.
@@ -128,14 +131,14 @@ ReturnCode BlockDecoder::decodeRun(BitReader& bits, OutputWindow& window, std::u
     return window.commit(at) ? kOk : kUserCancel;
 }
 
-ReturnCode BlockDecoder::decode(BitReader& bits, OutputWindow& window) {
+ReturnCode BlockDecoder::decode(BitReader& bits, OutputWindow& window, const BlockShape& shape) {
     std::uint32_t left = 0;
     while (!window.complete()) {
         if (left == 0) {
             left = bits.take(kCountBits);
             // The count has 16 bits and no block is empty.
             if (left == 0) left = 1U << kCountBits;
-            if (!readTables(bits)) return bits.failed() ? bits.failure() : kHuffmanCode;
+            if (!readTables(bits, shape)) return bits.failed() ? bits.failure() : kHuffmanCode;
         }
         const ReturnCode code = decodeRun(bits, window, left);
         if (code != kOk) return code;
@@ -144,4 +147,4 @@ ReturnCode BlockDecoder::decode(BitReader& bits, OutputWindow& window) {
     return kOk;
 }
 
-}  // namespace archiver::arj
+}  // namespace archiver::huffman_lz

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <memory>
 
-#include "archivers/formats/arj/packed_source.h"
+#include "archivers/formats/huffman_lz/packed_source.h"
 
-namespace archiver::arj {
+namespace archiver::huffman_lz {
 
 /// A place in a bit stream whose bytes give their highest bit first. Decoders keep it in a local variable, so that it
 /// lives in registers; hence the machine's own word, as 32-bit machines are slow with larger ones.
@@ -34,7 +34,7 @@ struct BitCursor {
         if constexpr (kWordBits < 64) fill();
     }
 
-    /// @param n  0 to 16
+    /// @param n  0 to 24
     [[nodiscard]] std::uint32_t peek(unsigned n) const noexcept {
         return static_cast<std::uint32_t>(bits >> 1 >> (kWordBits - 1 - n));
     }
@@ -99,4 +99,4 @@ private:
     bool failed_ = false;
 };
 
-}  // namespace archiver::arj
+}  // namespace archiver::huffman_lz

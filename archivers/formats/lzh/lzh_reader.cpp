@@ -14,12 +14,14 @@ namespace {
 /// Members are packed each by itself.
 class DetachedMember final : public DetachedData {
 public:
-    DetachedMember(const InputFile& file, const Header& header) : file_(file), header_(header) {}
-    ReturnCode read(const DataSink& sink) override { return unpack(file_, header_, sink); }
+    DetachedMember(const InputFile& file, const Header& header, ObjectPool<BlockUnpacker>& blockUnpackers)
+        : file_(file), header_(header), blockUnpackers_(blockUnpackers) {}
+    ReturnCode read(const DataSink& sink) override { return unpack(file_, header_, blockUnpackers_, sink); }
 
 private:
     const InputFile& file_;
     Header header_;
+    ObjectPool<BlockUnpacker>& blockUnpackers_;
 };
 
 class LzhReader final : public ArchiveReader {
@@ -44,7 +46,7 @@ public:
     std::unique_ptr<DetachedData> detach() override {
         if (!unread_ || header_.isFolderOrLink()) return nullptr;
         unread_ = false;
-        return std::make_unique<DetachedMember>(*file_, header_);
+        return std::make_unique<DetachedMember>(*file_, header_, blockUnpackers_);
     }
 
 private:
@@ -55,6 +57,7 @@ private:
     ReturnCode ended_ = kOk;
     Header header_;
     bool unread_ = false;  ///< the current member was not read yet
+    ObjectPool<BlockUnpacker> blockUnpackers_;
 };
 
 ReturnCode LzhReader::restart() {
@@ -80,7 +83,7 @@ ReturnCode LzhReader::next(Member& member) {
 
 ReturnCode LzhReader::read(const DataSink& sink) {
     if (!std::exchange(unread_, false)) return kNotSearchMode;
-    return header_.isFolderOrLink() ? kOk : unpack(*file_, header_, sink);
+    return header_.isFolderOrLink() ? kOk : unpack(*file_, header_, blockUnpackers_, sink);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <new>
 #include <vector>
 
+#include "archivers/formats/huffman_lz/packed_source.h"
 #include "archivers/formats/lzh/mac_binary.h"
 
 namespace archiver::lzh {
@@ -20,9 +21,9 @@ constexpr std::size_t kPiece = 64 * 1024;
 class PackedBytes {
 public:
     PackedBytes(const InputFile& file, const Header& header)
-        : file_(file), offset_(header.dataOffset), left_(header.packedSize), buffer_(kPiece) {}
+        : source_(file, header.dataOffset, header.packedSize), buffer_(kPiece) {}
 
-    [[nodiscard]] bool failed() const noexcept { return failed_; }
+    [[nodiscard]] bool failed() const noexcept { return source_.failed(); }
 
     static std::size_t read(void* into, std::size_t size, void* self) noexcept {
         return static_cast<PackedBytes*>(self)->readSome(static_cast<char*>(into), size);
@@ -42,34 +43,28 @@ private:
     }
 
     bool fill() noexcept {
-        at_ = filled_ = 0;
-        if (left_ == 0) return pad();
-        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left_, buffer_.size()));
-        filled_ = file_.readAt(offset_, std::span<char>(buffer_.data(), wanted)).value_or(0);
-        if (filled_ < wanted) failed_ = true;
+        at_ = 0;
+        if (source_.left() == 0) return pad();
         // What came before the end of the file is still worth unpacking.
-        offset_ += filled_;
-        left_ = failed_ ? 0 : left_ - filled_;
+        filled_ = source_.read(reinterpret_cast<unsigned char*>(buffer_.data()), buffer_.size());
         return filled_ > 0;
     }
 
     /// Decoders look at some bits more than they use; the format has zeros there.
     bool pad() noexcept {
         constexpr std::size_t kZeros = 4;
-        if (padded_ || failed_) return false;
+        filled_ = 0;
+        if (padded_ || source_.failed()) return false;
         padded_ = true;
         std::fill_n(buffer_.begin(), kZeros, '\0');
         filled_ = kZeros;
         return true;
     }
 
-    const InputFile& file_;
-    std::uint64_t offset_;
-    std::uint64_t left_;
+    huffman_lz::PackedSource source_;
     std::vector<char> buffer_;
     std::size_t at_ = 0;
     std::size_t filled_ = 0;
-    bool failed_ = false;
     bool padded_ = false;
 };
 
@@ -79,7 +74,8 @@ struct FreeDecoder {
 
 bool isStored(std::string_view method) noexcept { return method == "-lh0-" || method == "-lz4-" || method == "-pm0-"; }
 
-ReturnCode decode(const InputFile& file, const Header& header, const DataSink& sink) {
+/// Unpacks the methods of old.
+ReturnCode decodeOld(const InputFile& file, const Header& header, const DataSink& sink) {
     std::string method = header.method;
     LHADecoderType* const type = ::lha_decoder_for_name(method.data());
     if (type == nullptr) return kMethod;
@@ -104,13 +100,22 @@ ReturnCode decode(const InputFile& file, const Header& header, const DataSink& s
     return !header.crc || *header.crc == ::lha_decoder_get_crc(decoder.get()) ? kOk : kFileCrc;
 }
 
+ReturnCode decode(const InputFile& file, const Header& header, ObjectPool<BlockUnpacker>& blockUnpackers,
+                  const DataSink& sink) {
+    if (const auto shape = blockShapeOf(header.method))
+        return blockUnpackers.take()->unpack(file, header, *shape, sink);
+    return decodeOld(file, header, sink);
+}
+
 }  // namespace
 
-ReturnCode unpack(const InputFile& file, const Header& header, const DataSink& sink) {
-    if (header.system != 'm') return decode(file, header, sink);
+ReturnCode unpack(const InputFile& file, const Header& header, ObjectPool<BlockUnpacker>& blockUnpackers,
+                  const DataSink& sink) {
+    if (header.system != 'm') return decode(file, header, blockUnpackers, sink);
     const std::size_t folder = header.name.find_last_of("/\\");
     MacBinaryFilter filter(header.name.substr(folder == std::string::npos ? 0 : folder + 1), header.originalSize, sink);
-    return decode(file, header, [&filter](const char* bytes, std::size_t size) { return filter(bytes, size); });
+    return decode(file, header, blockUnpackers,
+                  [&filter](const char* bytes, std::size_t size) { return filter(bytes, size); });
 }
 
 }  // namespace archiver::lzh

@@ -170,7 +170,7 @@ void Unpacking::unpackFile(Member& member) {
     if (!isGo(member, place)) return;
     if (options_.checkDiskSpace && !counted_ && !room_->admit(member.originalSize)) {
         tell(member, place, MemberOutcome::kFailed, kDiskSpace);
-        return;
+        return run_.settle();  // the run ends when that is told: before anything else is begun
     }
     std::unique_ptr<MemberJob> job = jobFor(std::move(member), place);
     job->toTarget = true;

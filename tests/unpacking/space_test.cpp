@@ -84,6 +84,23 @@ TEST(DiskSpace, IsCheckedMemberByMemberWhereHeadersAreFarApart) {
     EXPECT_EQ(scene.reader.restarts, 0U);
 }
 
+// Also when members before it are still being written by other threads.
+TEST(DiskSpace, ThatIsMissingEndsTheRunAtOnce) {
+    std::vector<FakeMember> members;
+    for (int number = 0; number < 200; ++number) members.push_back(file("a" + std::to_string(number)));
+    members.push_back(claiming("b", std::uint64_t{1} << 63));
+    members.push_back(folder("c/"));
+    members.push_back(file("d/e"));
+    UnpackScene scene(members);
+    scene.reader.archive.listedByHeaders = false;
+    scene.options.threads = 4;
+    scene.target.room = 1 << 20;
+    EXPECT_EQ(scene.unpack(), kDiskSpace);
+    EXPECT_EQ(scene.events.reports.back(), "failed b > b 8005");
+    EXPECT_EQ(scene.summary.unpacked, 200U);
+    EXPECT_EQ(scene.target.names().size(), 200U) << "neither c nor d";
+}
+
 TEST(DiskSpace, IsAskedAboutOnceInARun) {
     UnpackScene scene({claiming("a", 500), claiming("b", 600), file("c")});
     scene.reader.archive.listedByHeaders = false;

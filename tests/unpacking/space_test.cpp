@@ -87,7 +87,7 @@ TEST(DiskSpace, IsCheckedMemberByMemberWhereHeadersAreFarApart) {
 // Also when members before it are still being written by other threads.
 TEST(DiskSpace, ThatIsMissingEndsTheRunAtOnce) {
     std::vector<FakeMember> members;
-    for (int number = 0; number < 200; ++number) members.push_back(file("a" + std::to_string(number)));
+    for (int number = 0; number < 200; ++number) members.push_back(file(std::to_string(number) + ".txt"));
     members.push_back(claiming("b", std::uint64_t{1} << 63));
     members.push_back(folder("c/"));
     members.push_back(file("d/e"));

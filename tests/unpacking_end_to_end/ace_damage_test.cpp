@@ -49,5 +49,13 @@ TEST_F(DamagedAce, LeavesOnlyWhatIsWhole) {
                     .unpack = [this](const std::string& damaged) { return unpack(damaged); }});
 }
 
+// volume.ace alone: its member goes on in a volume that is not there.
+TEST_F(DamagedAce, LeavesNothingOfAMemberWhoseVolumeIsMissing) {
+    std::ifstream stream(testing::fixture("ace/volume.ace"), std::ios::binary);
+    const testing::Unpacked unpacked = unpack({std::istreambuf_iterator<char>(stream), {}});
+    EXPECT_EQ(unpacked.code, abi::result::kOpen) << unpacked.output;
+    EXPECT_EQ(unpacked.files, testing::Files{});
+}
+
 }  // namespace
 }  // namespace archiver::test

@@ -13,7 +13,7 @@ constexpr std::size_t kFewest = 40;
 #ifdef _WIN32
 constexpr std::size_t kMost = 50;  ///< files cost more there, and the libraries do the same on both systems
 #else
-constexpr std::size_t kMost = 150;
+constexpr std::size_t kMost = 75;
 #endif
 constexpr std::chrono::seconds kLongest{10};
 

@@ -40,6 +40,8 @@ struct Command {
     bool showNames = true;        ///< quiet lines give the shortest output there is
     bool useSettings = true;      ///< what the user has set for the library; false: the line says to ignore it
     bool printNames = true;       ///< with kPrint: the members' names before their bytes
+    /// A file that takes a copy of the texts, in UTF-8, behind what it holds; empty for none. It has been opened once.
+    std::filesystem::path log;
     /// Tells the open archive what only its kind knows of; may be empty.
     std::function<void(ArchiveReader& reader)> prepare;
 };

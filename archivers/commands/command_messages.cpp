@@ -52,6 +52,7 @@ constexpr Message kMessages[] = {
     {kNotFindArcFile, "the archive does not exist"},
     {kResponseRead, "the response file cannot be read"},
     {kNotFilename, "no file is named"},
+    {kLogFile, "the log file cannot be written"},
 };
 
 }  // namespace

@@ -47,5 +47,6 @@ enum ReturnCode : std::int32_t {
     kResponseRead = 0x802A,
     kNotFilename = 0x802B,
     kTmpCopy = 0x802C,
+    kLogFile = 0x8032,
 };
 }  // namespace archiver

@@ -1,9 +1,11 @@
 #include "archivers/unlha32/lha_language.h"
 
 #include <algorithm>
+#include <fstream>
 #include <span>
 
 #include "archivers/commands/command_arguments.h"
+#include "archivers/commands/command_paths.h"
 #include "archivers/commands/command_words.h"
 #include "archivers/unlha32/lha_switches.h"
 #include "archivers/unlha32/lha_texts.h"
@@ -110,6 +112,10 @@ std::variant<Command, ReturnCode> parse(std::string_view line, const TextCodec& 
     if (row->letter == kDelete && arguments.size() == namesFrom) return kNotFilename;
     if (!row->action) return kNotSupport;
     exclude(switches.excluded, rules.patterns, command);
+    if (!switches.logFile.empty()) {
+        command.log = std::filesystem::absolute(pathOf(switches.logFile));
+        if (!std::ofstream(command.log, std::ios::binary | std::ios::app)) return kLogFile;
+    }
     return command;
 }
 

@@ -19,6 +19,22 @@ constexpr std::string_view kDashes = "--------------  --------  -------- ------ 
 /// Of what was done and the name; a result stands behind it.
 constexpr std::size_t kDoneWidth = 25;
 
+/// Copies what a function has appended to the log when the function ends.
+class Logged {
+public:
+    Logged(std::ofstream& log, const std::string& out) : log_(log), out_(out), start_(out.size()) {}
+    Logged(const Logged&) = delete;
+    Logged& operator=(const Logged&) = delete;
+    ~Logged() {
+        if (log_.is_open()) log_.write(out_.data() + start_, static_cast<std::streamsize>(out_.size() - start_));
+    }
+
+private:
+    std::ofstream& log_;
+    const std::string& out_;
+    std::size_t start_;
+};
+
 std::string_view titleOf(Command::Action action) {
     switch (action) {
         case Command::Action::kUnpack:
@@ -71,6 +87,8 @@ std::string_view reasonOf(const MemberReport& report) {
 }  // namespace
 
 void LhaTexts::begin(const Command& command, std::string& out) {
+    if (!command.log.empty()) log_.open(command.log, std::ios::binary | std::ios::app);
+    const Logged logged(log_, out);
     action_ = command.action;
     told_ = command.showNames && action_ != Command::Action::kPrint;
     const std::string_view title = titleOf(action_);
@@ -82,6 +100,7 @@ void LhaTexts::begin(const Command& command, std::string& out) {
 }
 
 void LhaTexts::member(const MemberReport& report, std::string& out) {
+    const Logged logged(log_, out);
     const std::string name = shownName(report.member.name);
     const bool testing = action_ == Command::Action::kTest;
     const bool damaged = report.code == kFileCrc || report.code == kHuffmanCode;
@@ -105,6 +124,7 @@ void LhaTexts::member(const MemberReport& report, std::string& out) {
 }
 
 void LhaTexts::row(const Member& member, std::string& out) {
+    const Logged logged(log_, out);
     ++rows_;
     originalSize_ += member.originalSize;
     packedSize_ += member.packedSize;
@@ -126,11 +146,13 @@ void LhaTexts::row(const Member& member, std::string& out) {
 }
 
 void LhaTexts::printed(const Member& member, std::string& out) {
+    const Logged logged(log_, out);
     out += "::::::::\r\n" + shownName(member.name) + "\r\n::::::::\r\n";
 }
 
 void LhaTexts::end(const Command& command, const UnpackSummary& summary, std::string& out) {
     static_cast<void>(command);
+    const Logged logged(log_, out);
     if (action_ == Command::Action::kList || action_ == Command::Action::kListVerbose) {
         (out += kDashes) += "   " + padLeft(rows_, 3) + " files  ";
         (out += padLeft(originalSize_, 10)) += padLeft(packedSize_, 10);

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <fstream>
 #include <string>
 
 #include "archivers/commands/command.h"
@@ -17,7 +18,8 @@ public:
 
 private:
     Command::Action action_ = Command::Action::kUnpack;
-    bool told_ = true;  ///< lines for what went well
+    std::ofstream log_;  ///< takes a copy; open when the command has one
+    bool told_ = true;   ///< lines for what went well
     std::uint64_t rows_ = 0;
     std::uint64_t originalSize_ = 0;
     std::uint64_t packedSize_ = 0;

@@ -98,6 +98,8 @@ constexpr LineCase kSwitchRows[] = {
     {"NoSettings", "t -+ a.lzh", "test no-settings"},
     {"NoSettings1", "t -+1 a.lzh", "test no-settings"},
     {"Settings", "t -+0 a.lzh", "test"},
+    {"LogFileWithoutName", "t -gl a.lzh", "0x801C"},
+    {"LogFileInNoFolder", "t -glno-such-folder/log a.lzh", "0x8032"},
     {"Joined", "e -r2x1a1 a.lzh", "unpack ask newer"},
     {"JoinedWithSigns", "x -a+c+f-m- a.lzh", "unpack ask"},
     {"CaseDoesNotCount", "X -A1 -C1 -JYK a.lzh", "unpack replace no-space-check"},

@@ -96,6 +96,15 @@ TEST_F(LhaLibrary, ChoosesByListAndExclusion) {
     EXPECT_EQ(run.unpacked(), (Files{{"subdir/subdir2/", ""}}));
 }
 
+TEST_F(LhaLibrary, AddsItsOutputToALog) {
+    run.scratch.write("log", "before\r\n");
+    EXPECT_EQ(run("t -gllog ARC hello.txt"), 0);
+    const std::string tested = run.text();
+    EXPECT_EQ(run("l ARC -gllog"), 0);
+    EXPECT_EQ(testing::filesBelow(run.scratch.path()).at("log"), "before\r\n" + tested + run.text());
+    EXPECT_TRUE(tested.ends_with("Tested   subdir/subdir2/hello.txt\r\n"));
+}
+
 TEST_F(LhaLibrary, UnpacksWhatIsPacked) {
     run.archive = fixture("lzh/lh6-level2.lzh");
     EXPECT_EQ(run(" x -a1 -c1 -f1 -jp1 -+ ARC OUT *.*"), 0) << run.text();

@@ -216,16 +216,6 @@ TEST_F(OpenInHost, OpensNothingThatIsSwitchedOff) {
     EXPECT_TRUE(boxes.seen[0].information);
 }
 
-TEST_F(OpenInHost, SaysNothingOfAMissingLibraryUnlessAsked) {
-    const std::wstring ace = test::writeFile(folder, L"some.ace", "no library reads this yet");
-    LONG mode = -3;
-    EXPECT_FALSE(canOpen(ace, mode, false));
-    EXPECT_EQ(mode, -3);
-    EXPECT_TRUE(boxes.seen.empty());
-    EXPECT_FALSE(open(ace));
-    EXPECT_TRUE(boxes.seen.empty());
-}
-
 TEST_F(OpenInHost, HandsCorruptArchivesBackWithAMessage) {
     const std::wstring broken = test::writeFile(folder, L"broken.zip", "PK no archive at all");
     EXPECT_FALSE(open(broken));

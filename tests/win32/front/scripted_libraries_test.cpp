@@ -86,6 +86,18 @@ TEST_F(DISABLED_Scripted, LibraryAtItsMinimumIsUsable) {
     EXPECT_EQ(mode, 512);
 }
 
+TEST_F(DISABLED_Scripted, MissingLibraryIsToldOnlyWhenAsked) {
+    const std::wstring ace = test::writeFile(folder, L"some.ace", "no library here reads this");
+    LONG mode = -3;
+    EXPECT_FALSE(canOpen(ace, mode, false));
+    EXPECT_FALSE(open(ace));
+    EXPECT_TRUE(boxes.seen.empty());
+    EXPECT_FALSE(canOpen(ace, mode, true));
+    EXPECT_EQ(mode, -3);
+    ASSERT_EQ(boxes.seen.size(), 1U);
+    EXPECT_EQ(boxes.seen[0].text, test::kUnavailable);
+}
+
 TEST_F(DISABLED_Scripted, RefusalIsTold) {
     restart("check 0\n");
     LONG mode = 3;

@@ -57,7 +57,6 @@ Sub Run
     Expect "CanOpenArchive of no archive", tovar.CanOpenArchive(folder & "\a.txt", mode, True), False
     Expect "kind left alone", mode, CInt(5)
     Expect "CanOpenArchive by value", tovar.CanOpenArchive(zip, 7, False), True
-    Expect "CanOpenArchive without a library", tovar.CanOpenArchive("a.ace", mode, False), False
 
     Set form = New Host
     form.hWnd = 0

@@ -1,11 +1,11 @@
 #pragma once
+#include "browser/browser_commands.h"
 
 namespace tovar {
 
-/// Identifiers of the browser window's controls and commands.
+/// Identifiers of the browser window's controls; apart from those of its commands.
 enum BrowserControl : int {
     kToolbar = 100,
-    GoUp,
     cmbURL,
     TV1,
     LV1,

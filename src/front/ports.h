@@ -1,6 +1,7 @@
 #pragma once
 #include <memory>
 
+#include "shell/message_pump.h"
 #include "shell/window_handle.h"
 
 namespace tovar {
@@ -13,14 +14,6 @@ class MousePointer {
 public:
     virtual ~MousePointer() = default;
     virtual void show(PointerShape shape) = 0;
-};
-
-/// The message queue of the user-interface thread.
-class MessagePump {
-public:
-    virtual ~MessagePump() = default;
-    /// Dispatches the messages that wait now; returns without waiting for more.
-    virtual void processPending() = 0;
 };
 
 /// The progress window; destroyed with the object.

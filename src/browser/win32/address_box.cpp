@@ -1,8 +1,8 @@
 #include "browser/win32/address_box.h"
 
 #include "browser/win32/browser_controls.h"
-#include "browser/win32/child_control.h"
 #include "browser/win32/text_extent.h"
+#include "shell/win32/child_control.h"
 #include "shell/win32/subclass.h"
 #include "shell/win32/window.h"
 

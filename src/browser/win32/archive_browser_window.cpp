@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "browser/win32/browser_controls.h"
-#include "browser/win32/child_control.h"
 #include "shell/paths.h"
 #include "shell/scoped_flag.h"
+#include "shell/win32/child_control.h"
 #include "shell/win32/dpi.h"
 #include "shell/win32/system_icons.h"
 #include "shell/win32/visual_styles.h"

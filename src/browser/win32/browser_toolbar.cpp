@@ -4,7 +4,7 @@
 #include <commctrl.h>
 
 #include "browser/win32/browser_controls.h"
-#include "browser/win32/child_control.h"
+#include "shell/win32/child_control.h"
 #include "shell/win32/dpi.h"
 
 namespace tovar {

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "browser/win32/browser_controls.h"
-#include "browser/win32/child_control.h"
 #include "browser/win32/text_extent.h"
+#include "shell/win32/child_control.h"
 #include "shell/win32/list_view.h"
 #include "shell/win32/subclass.h"
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "browser/win32/browser_controls.h"
-#include "browser/win32/child_control.h"
+#include "shell/win32/child_control.h"
 #include "shell/win32/system_icons.h"
 
 namespace tovar {

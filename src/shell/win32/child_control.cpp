@@ -1,4 +1,4 @@
-#include "browser/win32/child_control.h"
+#include "shell/win32/child_control.h"
 
 #include <cstdint>
 

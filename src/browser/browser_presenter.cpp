@@ -117,9 +117,10 @@ void BrowserPresenter::onAddressEntered(std::wstring_view text) {
     view_.moveAddressCaretToEnd();
     if (!current_) return;
     const std::wstring key = withoutEvery(text, archiveName_);
-    if (foldCase(key) == foldCase(folders_.key(*current_))) return;
-    // An address that names no folder leaves the folder as it is, and the box shows again where the user is.
-    if (const auto folder = folderOfAddress(text, key)) {
+    // An address that names no folder, or the one shown, leaves the folder as it is; the box shows again where the user
+    // is, however the address was written.
+    const bool isHere = foldCase(key) == foldCase(folders_.key(*current_));
+    if (const auto folder = isHere ? std::nullopt : folderOfAddress(text, key)) {
         selectAndShow(*folder, Expand::Yes);
     } else {
         showAddress();

@@ -250,9 +250,13 @@ TEST_F(BrowserPresenterTest, FindsAFolderNamedLikeTheArchive) {
 TEST_F(BrowserPresenterTest, StaysForAnAddressThatDiffersFromItsOwnOnlyInCase) {
     fill({L"a/1", L"A/2"}, L"\\a\\");
     const int shown = view_.timesContentsShown;
-    presenter_.onAddressEntered(L"a.zip\\A\\");
-    EXPECT_EQ(shownKey(), L"\\a\\");
-    EXPECT_EQ(view_.timesContentsShown, shown);
+    for (const wchar_t* text : {L"a.zip\\A\\", L"\\a\\"}) {
+        view_.address = text;
+        presenter_.onAddressEntered(text);
+        EXPECT_EQ(shownKey(), L"\\a\\");
+        EXPECT_EQ(view_.timesContentsShown, shown);
+        EXPECT_EQ(view_.address, L"a.zip\\a\\");
+    }
 }
 
 struct AddressCase {

@@ -10,16 +10,6 @@
 namespace tovar {
 namespace {
 
-constexpr std::size_t kSizeWidth = 10;  ///< characters
-constexpr std::size_t kRatioWidth = 6;
-
-/// Right-justified in a fixed width; of a longer text its last characters. Such texts sort like their numbers.
-std::wstring rightJustified(std::wstring_view text, std::size_t width) {
-    std::wstring padded(width, L' ');
-    padded += text;
-    return padded.substr(padded.size() - width);
-}
-
 /// Texts to sort by, one after the other in one block.
 class SortKeys {
 public:
@@ -44,7 +34,7 @@ ContentsList::ContentsList(const ArchiveDriver& driver, const FolderModel& folde
     : driver_(driver),
       folders_(folders),
       types_(desktop),
-      regional_(std::move(regional)),
+      texts_(driver, types_, std::move(regional)),
       columns_(contentsColumnsOf(driver.description().columns)) {}
 
 void ContentsList::show(Folder folder) {
@@ -92,44 +82,27 @@ std::wstring ContentsList::textOf(std::uint32_t item, ColumnKey column) const {
         return column == ColumnKey::FileType ? types_.ofFolder().name : std::wstring();
     }
     const std::uint32_t entry = files_[item - subfolders_.size()];
-    switch (column) {
-        case ColumnKey::Name:
-            return driver_.FileName(entry);
-        case ColumnKey::Original:
-            return rightJustified(driver_.FileOriginal(entry), kSizeWidth);
-        case ColumnKey::Packed:
-            return rightJustified(driver_.FilePacked(entry), kSizeWidth);
-        case ColumnKey::Ratio:
-            return rightJustified(driver_.FileRatio(entry), kRatioWidth);
-        case ColumnKey::FileType:
-            return types_.ofFile(driver_.FileName(entry)).name;
-        case ColumnKey::Modified:
-            return modifiedText(entry);
-        case ColumnKey::Attr:
-            return driver_.FileAttr(entry);
-        case ColumnKey::Type:
-            return driver_.FileType(entry);
-        case ColumnKey::Crc:
-            return driver_.FileCRC(entry);
-    }
-    return {};
-}
-
-std::wstring ContentsList::modifiedText(std::uint32_t entry) const {
-    const auto date = driver_.calendarDate(entry);
-    const auto time = driver_.clockTime(entry);
-    return (date ? shortDateText(*date, regional_) : driver_.FileDate(entry)) + L' ' +
-           (time ? shortTimeText(*time, regional_) : driver_.FILETIME(entry));
+    return exact_ ? texts_.exactText(entry, column) : texts_.shortText(entry, column);
 }
 
 std::vector<std::uint32_t> ContentsList::sortBy(std::size_t column) {
     if (column >= columns_.size()) return {};
+    sorting_ = Sorting{column, !(sorting_ && sorting_->descending)};
+    return sortRows();
+}
+
+std::vector<std::uint32_t> ContentsList::setExact(bool exact) {
+    if (exact == exact_) return {};
+    exact_ = exact;
+    return sorting_ ? sortRows() : std::vector<std::uint32_t>();
+}
+
+std::vector<std::uint32_t> ContentsList::sortRows() {
     std::vector<std::uint32_t> before = order_;
     if (before.empty()) {
         before.resize(rowCount());
         std::iota(before.begin(), before.end(), 0);
     }
-    sorting_ = Sorting{column, !(sorting_ && sorting_->descending)};
     sortItems();
     std::vector<std::uint32_t> rowOfItem(before.size());
     for (std::uint32_t row = 0; row < order_.size(); ++row) rowOfItem[order_[row]] = row;
@@ -137,15 +110,30 @@ std::vector<std::uint32_t> ContentsList::sortBy(std::size_t column) {
     return before;
 }
 
+bool ContentsList::sortsByValue(ColumnKey column) const noexcept {
+    return exact_ && (column == ColumnKey::Original || column == ColumnKey::Packed || column == ColumnKey::Ratio ||
+                      column == ColumnKey::Modified || column == ColumnKey::Crc);
+}
+
 void ContentsList::sortItems() {
     const ColumnKey column = columns_.at(sorting_->column).key;
+    const bool byValue = sortsByValue(column);
     SortKeys keys;
-    for (std::uint32_t item = 0; item < rowCount(); ++item) keys.add(foldCase(textOf(item, column)));
+    std::vector<std::uint64_t> values;
+    for (std::uint32_t item = 0; item < rowCount(); ++item) {
+        if (byValue) {
+            const bool isFolder = item < subfolders_.size();
+            values.push_back(isFolder ? 0 : texts_.exactValue(files_[item - subfolders_.size()], column));
+        } else {
+            keys.add(foldCase(textOf(item, column)));
+        }
+    }
     std::vector<std::uint32_t> order(rowCount());
     std::iota(order.begin(), order.end(), 0);
     const bool descending = sorting_->descending;
     const auto isBefore = [&](std::uint32_t left, std::uint32_t right) {
-        const int difference = keys[left].compare(keys[right]);
+        const int difference =
+            byValue ? (values[left] > values[right]) - (values[left] < values[right]) : keys[left].compare(keys[right]);
         if (difference != 0) return descending ? difference > 0 : difference < 0;
         return left < right;
     };

@@ -10,6 +10,7 @@
 #include "browser/contents_columns.h"
 #include "browser/file_types.h"
 #include "browser/folder_model.h"
+#include "browser/member_texts.h"
 #include "drivers/archive_driver.h"
 #include "shell/regional.h"
 
@@ -55,6 +56,12 @@ public:
     /// @return for each row from before the row where it is now; empty when the column is not there
     std::vector<std::uint32_t> sortBy(std::size_t column);
 
+    /// Shows exact details: whole numbers, dates and checksums, ordered by their values, those that are missing before
+    /// all others. The same columns and the same order of clicks otherwise.
+    /// @return for each row from before the row where it is now; empty when no row has moved
+    std::vector<std::uint32_t> setExact(bool exact);
+    [[nodiscard]] bool exact() const noexcept { return exact_; }
+
     /// @return the first row whose name begins with the text, letters of either case alike, looked for from `start`
     ///         downwards and then from the top
     [[nodiscard]] std::optional<std::uint32_t> findName(std::wstring_view beginning, std::uint32_t start) const;
@@ -63,18 +70,21 @@ private:
     /// Number of what a row shows: folders first, then files, in the order of the archive.
     [[nodiscard]] std::uint32_t itemAt(std::uint32_t row) const;
     [[nodiscard]] std::wstring textOf(std::uint32_t item, ColumnKey column) const;
-    [[nodiscard]] std::wstring modifiedText(std::uint32_t entry) const;
+    [[nodiscard]] bool sortsByValue(ColumnKey column) const noexcept;
+    /// @return for each row from before the row where it is now
+    std::vector<std::uint32_t> sortRows();
     void sortItems();
 
     const ArchiveDriver& driver_;
     const FolderModel& folders_;
     mutable KnownFileTypes types_;
-    RegionalSettings regional_;
+    MemberTexts texts_;
     std::vector<ContentsColumn> columns_;
     std::span<const Folder> subfolders_;
     std::span<const std::uint32_t> files_;
     std::vector<std::uint32_t> order_;  ///< item of each row; empty while the rows stand as the archive has them
     std::optional<Sorting> sorting_;
+    bool exact_ = false;
 };
 
 }  // namespace tovar

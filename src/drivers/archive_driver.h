@@ -61,6 +61,10 @@ public:
     /// The second is the DOS count of two-second steps as it stands, 0 to 29, like the last part of FILETIME.
     [[nodiscard]] virtual std::optional<ClockTime> clockTime(std::uint32_t index) const = 0;
 
+    /// Whether the texts above say what the numbers of entries() say; false after a listing of texts that may be no
+    /// numbers.
+    [[nodiscard]] virtual bool textsFollowRecords() const { return true; }
+
     /// Unpacks members. Never throws but for want of memory; shows no message but those of the library, and of drivers
     /// that have their own.
     virtual ExtractResult extract(const ExtractRequest& request) = 0;

@@ -8,6 +8,7 @@ constinit const DriverDescription cUnLHA::kDescription{
     .messageTitle = L"LHA Message",
     .minimumVersion = 87,
     .changeable = true,
+    .columns = {.crcDigits = 4},
     // Its base has no " -x": members always keep their folders.
     .extract = {.base = L" x -a1 -c1 -f1 -jp1 -+",
                 .keepFolder = L" -x",

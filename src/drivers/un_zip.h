@@ -25,6 +25,7 @@ public:
     [[nodiscard]] std::wstring FileDate(std::uint32_t index) const override;
     [[nodiscard]] std::wstring FILETIME(std::uint32_t index) const override;
     [[nodiscard]] std::wstring FileCRC(std::uint32_t index) const override;
+    [[nodiscard]] bool textsFollowRecords() const override { return texts_.empty(); }
 
 private:
     [[nodiscard]] const std::wstring& text(ListedField field, std::uint32_t index) const {

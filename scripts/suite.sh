@@ -25,14 +25,24 @@ count_program() {
     sed -n 's/^\[ COUNT    \] /      /p' "$log"
 }
 
-# Runs one program under a time limit and counts it.
-# $1: the name it is shown under; the rest: the command
-run_program() {
-    local name=$1 log=$build/logs/test-$1.log code=0
+# Runs one program under a time limit; its exit code goes to a file beside its log.
+# $1: its log; the rest: the command
+log_program() {
+    local log=$1 code=0
     shift
+    rm -f "$log.code"
     timeout --kill-after=10 "${TOVAREX_TEST_SECONDS:-300}" "$@" </dev/null >"$log" 2>&1 || code=$?
     tr -d '\r' <"$log" >"$log.text" && mv "$log.text" "$log"
-    count_program "$name" "$code" "$log"
+    echo "$code" >"$log.code.part" && mv "$log.code.part" "$log.code"
+}
+
+# Runs one program and counts it.
+# $1: the name it is shown under; the rest: the command
+run_program() {
+    local name=$1 log=$build/logs/test-$1.log
+    shift
+    log_program "$log" "$@"
+    count_program "$name" "$(cat "$log.code")" "$log"
 }
 
 # Counts one check that is no GoogleTest program.
@@ -47,12 +57,26 @@ count_check() {
     fi
 }
 
+# The native programs share nothing, so that each core can run one. They are counted in their order.
 run_native_suite() {
-    local program
+    local programs program log
     mkdir -p "$build/logs"
-    while read -r program; do
-        run_program "$program" env UBSAN_OPTIONS=print_stacktrace=1 TOVAREX_CORPUS="$deps/src" "$build/native-debug/bin/$program"
-    done <"$build/native-debug/test-programs.txt"
+    mapfile -t programs <"$build/native-debug/test-programs.txt"
+    for program in "${programs[@]}"; do rm -f "$build/logs/test-$program.log.code"; done
+    (
+        for program in "${programs[@]}"; do
+            while [ "$(jobs -rp | wc -l)" -ge "$(nproc)" ]; do wait -n || true; done
+            log_program "$build/logs/test-$program.log" env UBSAN_OPTIONS=print_stacktrace=1 \
+                TOVAREX_CORPUS="$deps/src" "$build/native-debug/bin/$program" &
+        done
+        wait
+    ) &
+    for program in "${programs[@]}"; do
+        log=$build/logs/test-$program.log
+        until [ -e "$log.code" ]; do sleep 0.1; done
+        count_program "$program" "$(cat "$log.code")" "$log"
+    done
+    wait $!
 }
 
 # Makes the Japanese locale, whose ANSI code page is 932; nothing is installed.

@@ -59,7 +59,7 @@ count_check() {
 
 # The native programs share nothing, so that each core can run one. They are counted in their order.
 run_native_suite() {
-    local programs program log
+    local programs program log runner
     mkdir -p "$build/logs"
     mapfile -t programs <"$build/native-debug/test-programs.txt"
     for program in "${programs[@]}"; do rm -f "$build/logs/test-$program.log.code"; done
@@ -71,12 +71,13 @@ run_native_suite() {
         done
         wait
     ) &
+    runner=$!
     for program in "${programs[@]}"; do
         log=$build/logs/test-$program.log
-        until [ -e "$log.code" ]; do sleep 0.1; done
-        count_program "$program" "$(cat "$log.code")" "$log"
+        until [ -e "$log.code" ] || ! kill -0 "$runner" 2>/dev/null; do sleep 0.1; done
+        count_program "$program" "$(cat "$log.code" 2>/dev/null || echo none)" "$log"
     done
-    wait $!
+    wait "$runner"
 }
 
 # Makes the Japanese locale, whose ANSI code page is 932; nothing is installed.

@@ -12,6 +12,21 @@ std::intptr_t Dialog::showModal(HWND owner, WORD templateId, std::wstring_view f
                              reinterpret_cast<LPARAM>(this));
 }
 
+Dialog::~Dialog() { destroy(); }
+
+bool Dialog::create(HWND owner, WORD templateId, std::wstring_view fontName) {
+    if (hwnd_ != nullptr) return false;
+    fontName_ = fontName;
+    const VisualStyles styles;
+    ::CreateDialogParamW(moduleInstance(), MAKEINTRESOURCEW(templateId), owner, &Dialog::procedure,
+                         reinterpret_cast<LPARAM>(this));
+    return hwnd_ != nullptr;
+}
+
+void Dialog::destroy() noexcept {
+    if (hwnd_ != nullptr) ::DestroyWindow(hwnd_);
+}
+
 INT_PTR CALLBACK Dialog::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_INITDIALOG) {
         reinterpret_cast<Dialog*>(lParam)->hwnd_ = window;

@@ -26,7 +26,15 @@ public:
 
 protected:
     Dialog() = default;
-    virtual ~Dialog() = default;
+    /// Derived classes call destroy() in theirs, so that their handlers hear of it.
+    virtual ~Dialog();
+
+    /// Creates the dialog beside its owner and returns; it is hidden unless its template says otherwise. Its keys work
+    /// in message loops that know of it (runPendingMessages).
+    /// @return false on failure
+    bool create(HWND owner, WORD templateId, std::wstring_view fontName);
+    /// Destroys a dialog made by create; nothing happens without one.
+    void destroy() noexcept;
 
     [[nodiscard]] HWND hwnd() const noexcept { return hwnd_; }
     [[nodiscard]] HWND control(int id) const noexcept { return ::GetDlgItem(hwnd_, id); }

@@ -1,10 +1,8 @@
 #include "shell/win32/pending_messages.h"
 
-#include <windows.h>
-
 namespace tovar {
 
-void runPendingMessages() {
+void runPendingMessages(HWND dialog) {
     // A window that never paints itself completely would give a message without end.
     constexpr int kAtMost = 1000;
     MSG message;
@@ -13,6 +11,8 @@ void runPendingMessages() {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
+        // The messages before may have closed the dialog.
+        if (dialog != nullptr && ::IsWindow(dialog) && ::IsDialogMessageW(dialog, &message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     }

@@ -32,6 +32,7 @@ public:
     ExtractResult extractAnswer;
     ExtractProgressSink progress;
     ContentsColumns columns;
+    bool changeable = false;
     mutable int namesRead = 0;
 
     FakeDriver() = default;
@@ -41,6 +42,7 @@ public:
 
     [[nodiscard]] const DriverDescription& description() const override {
         description_.columns = columns;
+        description_.changeable = changeable;
         return description_;
     }
     [[nodiscard]] WindowHandle hWnd() const override { return owner_; }

@@ -34,11 +34,16 @@ void AddressBox::add(std::wstring_view address) {
     ::SendMessageW(box_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-void AddressBox::choose(std::size_t index) { ::SendMessageW(box_, CB_SETCURSEL, index, 0); }
+// Of an address that is too long for the box the end says where the user is.
+void AddressBox::choose(std::size_t index) {
+    ::SendMessageW(box_, CB_SETCURSEL, index, 0);
+    moveCaretToEnd();
+}
 
 void AddressBox::moveCaretToEnd() {
     const auto end = static_cast<WPARAM>(::GetWindowTextLengthW(edit_));
     ::SendMessageW(edit_, EM_SETSEL, end, static_cast<LPARAM>(end));
+    ::SendMessageW(edit_, EM_SCROLLCARET, 0, 0);
 }
 
 std::wstring AddressBox::text() const { return textOf(edit_); }

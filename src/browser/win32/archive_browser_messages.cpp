@@ -1,7 +1,6 @@
 #include "browser/win32/archive_browser_window.h"
 
 #include <commctrl.h>
-#include <windowsx.h>
 
 #include <algorithm>
 #include <iterator>
@@ -39,15 +38,10 @@ std::optional<LRESULT> fArcMain::onMessage(UINT message, WPARAM wParam, LPARAM l
         {kFocusMoved, &fArcMain::onFocusMoved},
         {kFolderClosed, &fArcMain::onFolderClosed},
         {WM_MOUSEACTIVATE, &fArcMain::onMouseActivate},
-        {WM_SETCURSOR, &fArcMain::onSetCursor},
-        {WM_LBUTTONDOWN, &fArcMain::onButtonDown},
-        {WM_MOUSEMOVE, &fArcMain::onMouseMove},
-        {WM_LBUTTONUP, &fArcMain::onButtonUp},
-        {WM_CAPTURECHANGED, &fArcMain::onCaptureLost},
         {WM_COMMAND, &fArcMain::onCommand},
         {WM_NOTIFY, &fArcMain::onNotify},
         {kDpiChanged, &fArcMain::onScaleChanged},
-        {kDpiChangedAfterParent, &fArcMain::onScaleChanged},
+        {kDpiChangedAfterParent, &fArcMain::onScaleOfHostChanged},
     };
     return dispatchMessage(*this, routes, message, wParam, lParam);
 }
@@ -86,41 +80,6 @@ std::optional<LRESULT> fArcMain::onMouseActivate(WPARAM, LPARAM) {
     // As a child of the host's window it may lie below other children.
     ::SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     return std::nullopt;
-}
-
-std::optional<LRESULT> fArcMain::onSetCursor(WPARAM wParam, LPARAM lParam) {
-    POINT point;
-    if (reinterpret_cast<HWND>(wParam) != hwnd() || LOWORD(lParam) != HTCLIENT || !::GetCursorPos(&point) ||
-        !::ScreenToClient(hwnd(), &point) || !splitter_.contains(point)) {
-        return std::nullopt;
-    }
-    ::SetCursor(::LoadCursorW(nullptr, IDC_SIZEWE));
-    return TRUE;
-}
-
-std::optional<LRESULT> fArcMain::onButtonDown(WPARAM, LPARAM lParam) {
-    const POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-    if (!splitter_.contains(point)) return std::nullopt;
-    splitter_.beginDrag(point.x);
-    ::SetCapture(hwnd());
-    return 0;
-}
-
-std::optional<LRESULT> fArcMain::onMouseMove(WPARAM, LPARAM lParam) {
-    if (!splitter_.drag(GET_X_LPARAM(lParam))) return std::nullopt;
-    layOut();
-    return 0;
-}
-
-std::optional<LRESULT> fArcMain::onButtonUp(WPARAM, LPARAM) {
-    if (!splitter_.dragging()) return std::nullopt;
-    ::ReleaseCapture();
-    return 0;
-}
-
-std::optional<LRESULT> fArcMain::onCaptureLost(WPARAM, LPARAM) {
-    splitter_.endDrag();
-    return 0;
 }
 
 std::optional<LRESULT> fArcMain::onCommand(WPARAM wParam, LPARAM) {

@@ -2,15 +2,12 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "browser/win32/browser_controls.h"
 #include "shell/paths.h"
 #include "shell/scoped_flag.h"
 #include "shell/win32/child_control.h"
-#include "shell/win32/dpi.h"
 #include "shell/win32/system_icons.h"
 #include "shell/win32/visual_styles.h"
 
@@ -18,7 +15,6 @@ namespace tovar {
 namespace {
 
 constexpr wchar_t kClassName[] = L"fArcMain";
-constexpr int kMargin = 4, kLeastWidth = 320, kLeastHeight = 200, kAddressRows = 12;  // at 96 dots per inch
 
 UniqueIcon iconOfFile(const std::wstring& path) {
     SHFILEINFOW info{};
@@ -77,7 +73,7 @@ void fArcMain::unload() { destroy(); }
 std::optional<LRESULT> fArcMain::onCreate(WPARAM, LPARAM) {
     if (!createControls()) return -1;
     ::SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon_.get()));
-    applyFonts();
+    followScale();
     presenter_.onLoad();
     return 0;
 }
@@ -86,7 +82,7 @@ bool fArcMain::createControls() {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
     ::InitCommonControlsEx(&classes);
     if (!toolbar_.create(hwnd()) || !address_.create(hwnd(), *this, messages_) || !tree_.create(hwnd()) ||
-        !list_.create(hwnd(), messages_)) {
+        !splitter_.create(hwnd()) || !list_.create(hwnd(), messages_)) {
         return false;
     }
     status_ = createControl(hwnd(), STATUSCLASSNAMEW, L"", SBARS_SIZEGRIP, 0, sBar1);
@@ -110,77 +106,6 @@ void fArcMain::onGone() {
 std::optional<LRESULT> fArcMain::onClose(WPARAM, LPARAM) {
     closeWanted_ = true;
     if (!presenter_.isFilling()) destroy();
-    return 0;
-}
-
-void fArcMain::applyFonts() {
-    UniqueFont font(createMessageFont(hwnd()));
-    if (font != nullptr) {
-        for (const HWND control :
-             {toolbar_.hwnd(), address_.label(), address_.hwnd(), tree_.hwnd(), list_.hwnd(), status_}) {
-            ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
-        }
-        std::swap(systemFont_, font);
-    }
-    FormFonts fonts;
-    ApplyFont(hwnd(), fontName_, fonts);
-    std::swap(hostFonts_, fonts);
-}
-
-std::optional<LRESULT> fArcMain::onScaleChanged(WPARAM, LPARAM) {
-    applyFonts();
-    layOut();
-    return std::nullopt;
-}
-
-std::optional<LRESULT> fArcMain::onSize(WPARAM, LPARAM) {
-    layOut();
-    return 0;
-}
-
-void fArcMain::layOut() {
-    RECT client;
-    if (status_ == nullptr || !::GetClientRect(hwnd(), &client)) return;
-    const int dpi = dpiOf(hwnd());
-    const int margin = scaled(kMargin, dpi);
-    ::SendMessageW(status_, WM_SIZE, 0, 0);
-    RECT status, box;
-    ::GetWindowRect(status_, &status);
-    ::GetWindowRect(address_.hwnd(), &box);
-    const SIZE buttons = toolbar_.size();
-    const int boxHeight = box.bottom - box.top;
-    const int rowHeight = std::max<int>(buttons.cy, boxHeight);
-    const int labelLeft = margin + buttons.cx + 2 * margin, labelWidth = address_.labelWidth();
-    const int boxLeft = labelLeft + labelWidth + 2 * margin;
-    const RECT panes{0, margin + rowHeight + margin, client.right,
-                     std::max<LONG>(client.bottom - (status.bottom - status.top), margin + rowHeight + margin)};
-    splitter_.layOut(panes, dpi);
-    const RECT& bar = splitter_.bar();
-    const int paneHeight = panes.bottom - panes.top;
-    struct Place {
-        HWND control;
-        int x, y, width, height;
-    };
-    const Place places[] = {
-        {toolbar_.hwnd(), margin, margin + (rowHeight - static_cast<int>(buttons.cy)) / 2, buttons.cx, buttons.cy},
-        {address_.label(), labelLeft, margin + (rowHeight - boxHeight) / 2, labelWidth, boxHeight},
-        {address_.hwnd(), boxLeft, margin + (rowHeight - boxHeight) / 2,
-         std::max<int>(client.right - boxLeft - margin, 0), boxHeight * kAddressRows},
-        {tree_.hwnd(), 0, panes.top, bar.left, paneHeight},
-        {list_.hwnd(), bar.right, panes.top, std::max<int>(client.right - bar.right, 0), paneHeight},
-    };
-    HDWP positions = ::BeginDeferWindowPos(static_cast<int>(std::size(places)));
-    for (const Place& place : places) {
-        if (positions == nullptr) return;
-        positions = ::DeferWindowPos(positions, place.control, nullptr, place.x, place.y, place.width, place.height,
-                                     SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-    if (positions != nullptr) ::EndDeferWindowPos(positions);
-}
-
-std::optional<LRESULT> fArcMain::onMinimumSize(WPARAM, LPARAM lParam) {
-    const int dpi = dpiOf(hwnd());
-    reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {scaled(kLeastWidth, dpi), scaled(kLeastHeight, dpi)};
     return 0;
 }
 

@@ -35,7 +35,11 @@ struct BrowserWindowPorts {
 
 /// The archive browser window `fArcMain`: a folder tree beside a contents list, an address box and a toolbar above
 /// them, a status bar below.
-class fArcMain final : public ArchiveBrowser, private Window, private BrowserView, private AddressKeys {
+class fArcMain final : public ArchiveBrowser,
+                       private Window,
+                       private BrowserView,
+                       private AddressKeys,
+                       private SplitterOwner {
 public:
     /// Creates the window, hidden; hWnd() is null when that failed.
     fArcMain(const BrowserRequest& request, const BrowserWindowPorts& ports, std::function<void()> onUnloaded);
@@ -70,6 +74,11 @@ private:
     void onAddressEscape() override;
     void onAddressTab(bool backwards) override;
 
+    // SplitterOwner
+    void onSplitterMoved() override;
+    int onSplitterFit() override;
+    void onSplitterLeave(bool backwards) override;
+
     // Messages
     std::optional<LRESULT> onCreate(WPARAM, LPARAM);
     std::optional<LRESULT> onDestroy(WPARAM, LPARAM);
@@ -80,12 +89,8 @@ private:
     std::optional<LRESULT> onFocusMoved(WPARAM, LPARAM);
     std::optional<LRESULT> onFolderClosed(WPARAM, LPARAM);
     std::optional<LRESULT> onMouseActivate(WPARAM, LPARAM);
-    std::optional<LRESULT> onSetCursor(WPARAM wParam, LPARAM lParam);
-    std::optional<LRESULT> onButtonDown(WPARAM, LPARAM lParam);
-    std::optional<LRESULT> onMouseMove(WPARAM, LPARAM lParam);
-    std::optional<LRESULT> onButtonUp(WPARAM, LPARAM);
-    std::optional<LRESULT> onCaptureLost(WPARAM, LPARAM);
-    std::optional<LRESULT> onScaleChanged(WPARAM, LPARAM);
+    std::optional<LRESULT> onScaleChanged(WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> onScaleOfHostChanged(WPARAM, LPARAM);
     std::optional<LRESULT> onCommand(WPARAM wParam, LPARAM);
     std::optional<LRESULT> onNotify(WPARAM, LPARAM lParam);
 
@@ -110,6 +115,8 @@ private:
 
     bool createControls();
     void applyFonts();
+    void setScale(int dpi);
+    void followScale();
     void layOut();
     void openRow(int row);
     void moveFocus(bool backwards);
@@ -128,7 +135,9 @@ private:
     AddressBox address_;
     FolderTree tree_;
     ContentsView list_;
-    Splitter splitter_;
+    Splitter splitter_{*this};
+    int dpi_ = USER_DEFAULT_SCREEN_DPI;  ///< what everything is shown at
+    int systemDpi_ = 0;                  ///< what the system said last
     BrowserPresenter presenter_;
     bool selecting_ = false;  ///< the selection in the tree changes by the program's hand now
     bool captionActive_ = false;

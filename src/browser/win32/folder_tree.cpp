@@ -1,5 +1,7 @@
 #include "browser/win32/folder_tree.h"
 
+#include <algorithm>
+#include <cstring>
 #include <string>
 
 #include "browser/win32/browser_controls.h"
@@ -75,6 +77,27 @@ std::optional<Folder> FolderTree::selected() const {
         return std::nullopt;
     }
     return folderOf(item);
+}
+
+int FolderTree::widthOfTexts() const {
+    RECT window{}, client{};
+    ::GetWindowRect(tree_, &window);
+    ::GetClientRect(tree_, &client);
+    SCROLLINFO scrolled{sizeof scrolled, SIF_POS, 0, 0, 0, 0, 0};
+    ::GetScrollInfo(tree_, SB_HORZ, &scrolled);
+    LONG width = 0;
+    auto count = ::SendMessageW(tree_, TVM_GETVISIBLECOUNT, 0, 0) + 1;
+    for (LPARAM item = ::SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0); item != 0 && count > 0; --count) {
+        // The message takes the item where it leaves the rectangle.
+        RECT text{};
+        std::memcpy(&text, &item, sizeof item);
+        if (::SendMessageW(tree_, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text)) != FALSE) {
+            width = std::max(width, text.right + scrolled.nPos);
+        }
+        item = ::SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item);
+    }
+    const LONG frame = (window.right - window.left) - client.right;  // with the scroll bar, when there is one
+    return static_cast<int>(width + frame);
 }
 
 bool FolderTree::isExpanded(Folder folder) const {

@@ -27,6 +27,9 @@ public:
     /// Selects a folder and brings it into view, opening those above it.
     void select(Folder folder, bool expand);
 
+    /// @return how wide the tree must be for the texts that it shows now, in pixels
+    [[nodiscard]] int widthOfTexts() const;
+
     /// @return nullopt when none is selected
     [[nodiscard]] std::optional<Folder> selected() const;
     /// @return whether the folders inside a folder are shown; also for one with none inside

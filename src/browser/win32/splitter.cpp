@@ -1,37 +1,130 @@
 #include "browser/win32/splitter.h"
 
-#include <algorithm>
+#include <windowsx.h>
 
-#include "shell/win32/dpi.h"
+#include "browser/win32/browser_controls.h"
+#include "shell/win32/message_map.h"
 
 namespace tovar {
 namespace {
 
-constexpr int kBarWidth = 5, kLeastPane = 80;  // at 96 dots per inch
-constexpr int kShare = 28;                     // per cent
+bool isDown(int key) noexcept { return ::GetKeyState(key) < 0; }
 
 }  // namespace
 
-void Splitter::layOut(const RECT& area, int dpi) {
-    area_ = area;
-    const int width = std::max<int>(area.right - area.left, 0);
-    const int barWidth = scaled(kBarWidth, dpi);
-    const int wanted = chosen_ >= 0 ? chosen_ : width * kShare / 100;
-    const int most = std::max(width - barWidth - scaled(kLeastPane, dpi), 0);
-    const int left = area.left + std::clamp(wanted, std::min(scaled(kLeastPane, dpi), most), most);
-    bar_ = {left, area.top, left + barWidth, area.bottom};
-}
-
-void Splitter::beginDrag(int x) noexcept {
-    grip_ = x - bar_.left;
-    dragging_ = true;
-}
-
-bool Splitter::drag(int x) noexcept {
-    const int wanted = std::max<int>(x - grip_ - area_.left, 0);
-    if (!dragging_ || wanted == chosen_) return false;
-    chosen_ = wanted;
+bool Splitter::create(HWND parent) {
+    Description description;
+    description.className = L"fArcMainSplitter";
+    description.classStyle = CS_DBLCLKS;
+    description.style = WS_CHILD | WS_VISIBLE;
+    description.parent = parent;
+    if (!Window::create(description)) return false;
+    ::SetWindowLongPtrW(hwnd(), GWLP_ID, kSplitter);
+    ::SetWindowTextW(hwnd(), L"Width of the folder tree");  // for screen readers
     return true;
+}
+
+std::optional<LRESULT> Splitter::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    static constexpr MessageRoute<Splitter> routes[] = {
+        {WM_SETCURSOR, &Splitter::onSetCursor},
+        {WM_LBUTTONDOWN, &Splitter::onButtonDown},
+        {WM_MOUSEMOVE, &Splitter::onMouseMove},
+        {WM_LBUTTONUP, &Splitter::onButtonUp},
+        {WM_CAPTURECHANGED, &Splitter::onCaptureLost},
+        {WM_LBUTTONDBLCLK, &Splitter::onDoubleClick},
+        {WM_KEYDOWN, &Splitter::onKey},
+        {WM_GETDLGCODE, &Splitter::onKeysWanted},
+        {WM_SETFOCUS, &Splitter::onFocusChanged},
+        {WM_KILLFOCUS, &Splitter::onFocusChanged},
+        {WM_ERASEBKGND, &Splitter::onErase},
+    };
+    return dispatchMessage(*this, routes, message, wParam, lParam);
+}
+
+std::optional<LRESULT> Splitter::onSetCursor(WPARAM, LPARAM) {
+    ::SetCursor(::LoadCursorW(nullptr, IDC_SIZEWE));
+    return TRUE;
+}
+
+std::optional<LRESULT> Splitter::onButtonDown(WPARAM, LPARAM lParam) {
+    grip_ = GET_X_LPARAM(lParam);
+    dragging_ = true;
+    ::SetCapture(hwnd());
+    return 0;
+}
+
+// The bar has moved under the mouse when the next message comes.
+std::optional<LRESULT> Splitter::onMouseMove(WPARAM, LPARAM lParam) {
+    if (dragging_) tellMoved(place_.moveTo(place_.left() + GET_X_LPARAM(lParam) - grip_));
+    return 0;
+}
+
+std::optional<LRESULT> Splitter::onButtonUp(WPARAM, LPARAM) {
+    if (dragging_) ::ReleaseCapture();
+    return 0;
+}
+
+std::optional<LRESULT> Splitter::onCaptureLost(WPARAM, LPARAM) {
+    dragging_ = false;
+    return 0;
+}
+
+std::optional<LRESULT> Splitter::onDoubleClick(WPARAM, LPARAM) {
+    tellMoved(place_.moveTo(owner_.onSplitterFit()));
+    return 0;
+}
+
+std::optional<LRESULT> Splitter::onKey(WPARAM key, LPARAM) {
+    switch (key) {
+        case VK_TAB:
+        case VK_F6:
+            owner_.onSplitterLeave(isDown(VK_SHIFT));
+            return 0;
+        case VK_ESCAPE:
+            owner_.onSplitterLeave(false);
+            return 0;
+        case VK_RETURN:
+            return onDoubleClick(0, 0);
+        default:
+            tellMoved(move(key));
+            return 0;
+    }
+}
+
+bool Splitter::move(WPARAM key) {
+    const bool finely = isDown(VK_CONTROL);
+    switch (key) {
+        case VK_LEFT:
+            return finely ? place_.moveTo(place_.left() - 1) : place_.moveBySteps(-1);
+        case VK_RIGHT:
+            return finely ? place_.moveTo(place_.left() + 1) : place_.moveBySteps(1);
+        case VK_HOME:
+            return place_.moveToStart();
+        case VK_END:
+            return place_.moveToEnd();
+        default:
+            return false;
+    }
+}
+
+void Splitter::tellMoved(bool moved) {
+    if (moved) owner_.onSplitterMoved();
+}
+
+// A host that treats its window as a dialog would take these keys for itself.
+std::optional<LRESULT> Splitter::onKeysWanted(WPARAM, LPARAM) { return DLGC_WANTALLKEYS; }
+
+std::optional<LRESULT> Splitter::onFocusChanged(WPARAM, LPARAM) {
+    ::InvalidateRect(hwnd(), nullptr, TRUE);
+    return std::nullopt;
+}
+
+std::optional<LRESULT> Splitter::onErase(WPARAM device, LPARAM) {
+    RECT area;
+    if (!::GetClientRect(hwnd(), &area)) return std::nullopt;
+    const int colour = ::GetFocus() == hwnd() ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
+    ::FillRect(reinterpret_cast<HDC>(device), &area, ::GetSysColorBrush(colour));
+    return TRUE;
 }
 
 }  // namespace tovar

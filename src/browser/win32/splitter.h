@@ -1,31 +1,61 @@
 #pragma once
 #include <windows.h>
 
+#include <optional>
+
+#include "browser/splitter_place.h"
+#include "shell/win32/window.h"
+
 namespace tovar {
 
-/// The bar between two panes that stand side by side: where it is, and how it follows the mouse.
-class Splitter {
+/// What a splitter tells the window that it lies in.
+class SplitterOwner {
 public:
-    /// Puts the bar into an area. Until its user moves it, it keeps its share of the area's width; then its distance
-    /// from the left edge.
-    /// @param dpi  dots per inch, for the bar's own width and the least width of a pane
-    void layOut(const RECT& area, int dpi);
+    virtual ~SplitterOwner() = default;
+    /// The panes must be laid out anew.
+    virtual void onSplitterMoved() = 0;
+    /// @return where the bar shows all of the left pane's texts, in pixels from the area's left edge
+    virtual int onSplitterFit() = 0;
+    /// A key was pressed that leads away from the bar.
+    virtual void onSplitterLeave(bool backwards) = 0;
+};
 
-    [[nodiscard]] const RECT& bar() const noexcept { return bar_; }
-    [[nodiscard]] bool contains(POINT point) const noexcept { return ::PtInRect(&bar_, point) != FALSE; }
+/// The bar between the folder tree and the contents list. The mouse drags it, and a double click makes the tree as wide
+/// as its texts. It can have the keyboard: the arrow keys move it, Ctrl with them by single pixels, Home and End as far
+/// as it goes; Enter fits the tree like a double click. It is then painted in the colour of selections.
+class Splitter final : private Window {
+public:
+    explicit Splitter(SplitterOwner& owner) : owner_(owner) {}
+    ~Splitter() override { destroy(); }
 
-    // A drag of the bar, in the coordinates of the area.
-    void beginDrag(int x) noexcept;
-    /// @return whether the panes must be laid out anew
-    bool drag(int x) noexcept;
-    void endDrag() noexcept { dragging_ = false; }
-    [[nodiscard]] bool dragging() const noexcept { return dragging_; }
+    /// @return false on failure
+    bool create(HWND parent);
+    using Window::hwnd;
+
+    /// Works out where the bar is to be (see SplitterPlace); the owner puts it there.
+    void layOut(int width, int dpi) noexcept { place_.layOut(width, dpi); }
+    [[nodiscard]] int left() const noexcept { return place_.left(); }
+    [[nodiscard]] int right() const noexcept { return place_.right(); }
 
 private:
-    RECT bar_{};
-    RECT area_{};
-    int chosen_ = -1;  ///< distance from the left edge; -1 until the user moves the bar
-    int grip_ = 0;
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::optional<LRESULT> onSetCursor(WPARAM, LPARAM);
+    std::optional<LRESULT> onButtonDown(WPARAM, LPARAM lParam);
+    std::optional<LRESULT> onMouseMove(WPARAM, LPARAM lParam);
+    std::optional<LRESULT> onButtonUp(WPARAM, LPARAM);
+    std::optional<LRESULT> onCaptureLost(WPARAM, LPARAM);
+    std::optional<LRESULT> onDoubleClick(WPARAM, LPARAM);
+    std::optional<LRESULT> onKey(WPARAM key, LPARAM);
+    std::optional<LRESULT> onKeysWanted(WPARAM, LPARAM);
+    std::optional<LRESULT> onFocusChanged(WPARAM, LPARAM);
+    std::optional<LRESULT> onErase(WPARAM device, LPARAM);
+
+    bool move(WPARAM key);
+    void tellMoved(bool moved);
+
+    SplitterOwner& owner_;
+    SplitterPlace place_;
+    int grip_ = 0;  ///< where the mouse holds the bar
     bool dragging_ = false;
 };
 

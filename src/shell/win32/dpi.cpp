@@ -10,6 +10,13 @@ Function* newerFunction(const char* name) noexcept {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(address));
 }
 
+int screenDpi() noexcept {
+    const HDC screen = ::GetDC(nullptr);
+    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSX);
+    ::ReleaseDC(nullptr, screen);
+    return dpi > 0 ? dpi : USER_DEFAULT_SCREEN_DPI;
+}
+
 }  // namespace
 
 int dpiOf(HWND window) noexcept {
@@ -17,22 +24,20 @@ int dpiOf(HWND window) noexcept {
         const UINT dpi = dpiForWindow(window);
         if (dpi != 0) return static_cast<int>(dpi);
     }
-    const HDC screen = ::GetDC(nullptr);
-    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSX);
-    ::ReleaseDC(nullptr, screen);
-    return dpi > 0 ? dpi : USER_DEFAULT_SCREEN_DPI;
+    return screenDpi();
 }
 
 int scaled(int length, int dpi) noexcept { return ::MulDiv(length, dpi, USER_DEFAULT_SCREEN_DPI); }
 
-HFONT createMessageFont(HWND window) noexcept {
+HFONT createMessageFont(int dpi) noexcept {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     const auto parametersForDpi =
         newerFunction<BOOL WINAPI(UINT, UINT, void*, UINT, UINT)>("SystemParametersInfoForDpi");
-    const auto dpi = static_cast<UINT>(dpiOf(window));
-    if (parametersForDpi == nullptr || !parametersForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi)) {
+    if (parametersForDpi == nullptr ||
+        !parametersForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, static_cast<UINT>(dpi))) {
         if (!::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return nullptr;
+        metrics.lfMessageFont.lfHeight = ::MulDiv(metrics.lfMessageFont.lfHeight, dpi, screenDpi());
     }
     return ::CreateFontIndirectW(&metrics.lfMessageFont);
 }

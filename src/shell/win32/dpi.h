@@ -9,7 +9,7 @@ namespace tovar {
 /// @param length  at 96 dots per inch
 [[nodiscard]] int scaled(int length, int dpi) noexcept;
 
-/// @return the font of the desktop's messages, at the window's size; the caller owns it; null on failure
-[[nodiscard]] HFONT createMessageFont(HWND window) noexcept;
+/// @return the font of the desktop's messages at that many dots per inch; the caller owns it; null on failure
+[[nodiscard]] HFONT createMessageFont(int dpi) noexcept;
 
 }  // namespace tovar

@@ -14,6 +14,7 @@ Window::~Window() {
 bool Window::create(const Description& description) {
     WNDCLASSEXW windowClass{};
     windowClass.cbSize = sizeof windowClass;
+    windowClass.style = description.classStyle;
     windowClass.lpfnWndProc = &Window::procedure;
     windowClass.hInstance = moduleInstance();
     windowClass.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);

@@ -22,6 +22,7 @@ protected:
         DWORD style = 0, extendedStyle = 0;
         SIZE size{};  ///< pixels; the system chooses when it is empty
         HWND parent = nullptr;
+        UINT classStyle = 0;
     };
 
     Window() = default;

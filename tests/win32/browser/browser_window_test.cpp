@@ -149,28 +149,6 @@ TEST_F(BrowserWindowTest, FollowsItsSize) {
     EXPECT_EQ(names(), Texts{L"a"});
 }
 
-TEST_F(BrowserWindowTest, HasASplitterThatFollowsTheMouse) {
-    open({L"a"});
-    const RECT tree = placeInWindow(TV1);
-    const int x = tree.right + 1, y = (tree.top + tree.bottom) / 2;
-    ::SendMessageW(window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
-    EXPECT_EQ(::GetCapture(), window());
-    ::SendMessageW(window(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x + 60, y));
-    EXPECT_EQ(placeInWindow(TV1).right, tree.right + 60);
-    ::SendMessageW(window(), WM_LBUTTONUP, 0, MAKELPARAM(x + 60, y));
-    EXPECT_NE(::GetCapture(), window());
-    ::SendMessageW(window(), WM_MOUSEMOVE, 0, MAKELPARAM(x + 90, y));
-    EXPECT_EQ(placeInWindow(TV1).right, tree.right + 60);
-    ::SetWindowPos(window(), nullptr, 0, 0, 750, 500, SWP_NOZORDER | SWP_NOMOVE);
-    EXPECT_EQ(placeInWindow(TV1).right, tree.right + 60);
-}
-
-TEST_F(BrowserWindowTest, LeavesTheMouseToThePanesBesideTheSplitter) {
-    open({L"a"});
-    ::SendMessageW(window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, placeInWindow(TV1).top + 10));
-    EXPECT_NE(::GetCapture(), window());
-}
-
 TEST_F(BrowserWindowTest, GoesFromControlToControlByTab) {
     open({L"a"});
     ::SetFocus(control(LV1));

@@ -24,7 +24,7 @@ TEST(Dpi, IsThatOfTheScreen) {
 
 TEST(Dpi, MakesTheFontOfMessages) {
     const TestWindow window = makeWindow(L"STATIC", WS_POPUP);
-    const UniqueFont font(createMessageFont(window.get()));
+    const UniqueFont font(createMessageFont(dpiOf(window.get())));
     ASSERT_NE(font, nullptr);
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;

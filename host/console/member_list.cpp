@@ -1,12 +1,8 @@
 #include "host/console/member_list.h"
 
 #include "drivers/extract_lines.h"
-#include "shell/paths.h"
-
 namespace tovar::host {
 namespace {
-
-constexpr SystemErrorCode kNotFound = 2;  ///< in Windows and elsewhere
 
 /// Whether a name can stand in a command line: it is one word there, and none that means something else.
 bool standsAlone(std::wstring_view name) {
@@ -17,8 +13,7 @@ bool standsAlone(std::wstring_view name) {
 }  // namespace
 
 MemberList::MemberList(const std::vector<std::wstring>& members, const TextCodec& codec, WorkFolder& workFolder,
-                       FileSystem& files)
-    : files_(files) {
+                       FileSystem& files) {
     if (members.empty()) return;
     if (members.size() == 1 && standsAlone(members.front())) {
         argument_ = memberArgument(members.front());
@@ -26,13 +21,8 @@ MemberList::MemberList(const std::vector<std::wstring>& members, const TextCodec
     }
     std::wstring rows;
     for (const std::wstring& member : members) rows += memberArgument(member) + L"\r\n";
-    file_ = workFolder.WriteTempListFile(rows, codec);
-    if (file_.empty()) throw SystemError(kNotFound);
-    argument_ = L'@' + QuoteIfNeeded(file_);
-}
-
-MemberList::~MemberList() {
-    if (!file_.empty()) files_.deleteFile(file_);
+    file_.emplace(rows, codec, workFolder, files);
+    argument_ = file_->argument();
 }
 
 }  // namespace tovar::host

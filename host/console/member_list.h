@@ -1,8 +1,10 @@
 #pragma once
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "shell/file_system.h"
+#include "shell/list_file.h"
 #include "shell/text_codec.h"
 #include "shell/work_folder.h"
 
@@ -16,17 +18,13 @@ public:
     /// @throws SystemError when a list file cannot be made or its names have no form in its code
     MemberList(const std::vector<std::wstring>& members, const TextCodec& codec, WorkFolder& workFolder,
                FileSystem& files);
-    ~MemberList();
-    MemberList(const MemberList&) = delete;
-    MemberList& operator=(const MemberList&) = delete;
 
     [[nodiscard]] const std::wstring& argument() const { return argument_; }
-    [[nodiscard]] bool isFile() const { return !file_.empty(); }
+    [[nodiscard]] bool isFile() const { return file_.has_value(); }
 
 private:
-    FileSystem& files_;
     std::wstring argument_ = L"*.*";
-    std::wstring file_;
+    std::optional<ListFile> file_;
 };
 
 }  // namespace tovar::host

@@ -64,6 +64,9 @@ public:
     virtual SystemErrorCode writeFile(const std::wstring& path, std::string_view bytes) = 0;
 
     virtual SystemErrorCode deleteFile(const std::wstring& path) = 0;
+
+    /// Removes an empty folder; a link is not followed.
+    virtual SystemErrorCode removeFolder(const std::wstring& path) = 0;
 };
 
 }  // namespace tovar

@@ -40,6 +40,13 @@ std::wstring WorkFolder::WriteTempListFile(std::wstring_view text, const TextCod
     return name;
 }
 
+std::wstring WorkFolder::listArgument(std::wstring_view listFile) const {
+    std::wstring path(listFile);
+    // Quotes behind the "@" are not understood by every library; the short form of a path needs none.
+    if (QuoteIfNeeded(path) != path) path = QuoteIfNeeded(operations_.ShortPathName(path));
+    return L'@' + path;
+}
+
 std::wstring WorkFolder::BuildListFileText(std::wstring_view baseFolder, std::wstring_view names,
                                            std::wstring_view folderSuffix) const {
     const std::wstring base = AddTrailingSeparator(baseFolder);

@@ -36,6 +36,9 @@ public:
     ///         a character that the codec cannot encode (nothing is created then), else what MakeTempFileName throws.
     std::wstring WriteTempListFile(std::wstring_view text, const TextCodec& codec);
 
+    /// @return "@" and the list file's path, as it stands in a library's command line
+    [[nodiscard]] std::wstring listArgument(std::wstring_view listFile) const;
+
     /// Turns names into the text of a list file: one a line, quoted where needed; names of nothing are dropped.
     /// @param names         relative to baseFolder, separated by CR LF
     /// @param folderSuffix  put behind the name of a folder

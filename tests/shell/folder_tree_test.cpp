@@ -109,6 +109,7 @@ TEST_F(CreateFolderTreeTest, CountsATreeThatAnotherPartyMade) {
             return files.writeFile(path, bytes);
         }
         SystemErrorCode deleteFile(const std::wstring& path) override { return files.deleteFile(path); }
+        SystemErrorCode removeFolder(const std::wstring& path) override { return files.removeFolder(path); }
     } racing(shell.files);
     PathOperations operations(racing, shell.paths, shell.information, shell.messages);
     EXPECT_TRUE(operations.CreateFolderTree(LR"(C:\a\b)"));

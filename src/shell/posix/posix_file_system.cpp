@@ -163,4 +163,9 @@ SystemErrorCode PosixFileSystem::deleteFile(const std::wstring& path) {
     return ::unlink(toPosixName(path).c_str()) == 0 ? 0 : lastError();
 }
 
+SystemErrorCode PosixFileSystem::removeFolder(const std::wstring& path) {
+    if (!isSystemText(path)) return EINVAL;
+    return ::rmdir(toPosixName(path).c_str()) == 0 ? 0 : lastError();
+}
+
 }  // namespace tovar

@@ -132,4 +132,10 @@ SystemErrorCode WindowsFileSystem::deleteFile(const std::wstring& path) {
     return ::DeleteFileW(path.c_str()) == FALSE ? lastError() : 0;
 }
 
+SystemErrorCode WindowsFileSystem::removeFolder(const std::wstring& path) {
+    const QuietSystem quiet;
+    if (!isSystemText(path)) return ERROR_INVALID_NAME;
+    return ::RemoveDirectoryW(path.c_str()) == FALSE ? lastError() : 0;
+}
+
 }  // namespace tovar

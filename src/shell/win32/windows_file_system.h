@@ -14,6 +14,7 @@ public:
     SystemErrorCode readFile(const std::wstring& path, std::string& bytes) const override;
     SystemErrorCode writeFile(const std::wstring& path, std::string_view bytes) override;
     SystemErrorCode deleteFile(const std::wstring& path) override;
+    SystemErrorCode removeFolder(const std::wstring& path) override;
 };
 
 }  // namespace tovar

@@ -20,6 +20,7 @@ public:
     static constexpr SystemErrorCode kPathNotFound = 3;
     static constexpr SystemErrorCode kAccessDenied = 5;
     static constexpr SystemErrorCode kInvalidName = 123;
+    static constexpr SystemErrorCode kNotEmpty = 145;
     static constexpr SystemErrorCode kAlreadyExists = 183;
 
     struct Node {
@@ -136,6 +137,16 @@ public:
         const Node* node = find(path);
         if (!node) return kFileNotFound;
         if ((node->status.attributes & (attribute::kFolder | attribute::kReadOnly)) != 0) return kAccessDenied;
+        nodes_.erase(key(path));
+        return 0;
+    }
+
+    SystemErrorCode removeFolder(const std::wstring& path) override {
+        if (const auto error = enter(L"removeFolder", path)) return error;
+        const Node* node = find(path);
+        if (!node || !isFolder(*node)) return kPathNotFound;
+        if ((node->status.attributes & attribute::kReadOnly) != 0) return kAccessDenied;
+        if (!children(key(path)).empty()) return kNotEmpty;
         nodes_.erase(key(path));
         return 0;
     }

@@ -142,6 +142,16 @@ TEST_F(PosixFileSystemTest, DeletesFiles) {
     EXPECT_EQ(files.deleteFile(path(L"file")), static_cast<SystemErrorCode>(ENOENT));
 }
 
+TEST_F(PosixFileSystemTest, RemovesEmptyFoldersOnly) {
+    ASSERT_TRUE(std::filesystem::create_directory(plain("folder")));
+    write("folder/file", "x");
+    EXPECT_EQ(files.removeFolder(path(L"folder")), static_cast<SystemErrorCode>(ENOTEMPTY));
+    EXPECT_EQ(files.removeFolder(path(L"folder/file")), static_cast<SystemErrorCode>(ENOTDIR));
+    ASSERT_EQ(files.deleteFile(path(L"folder/file")), 0u);
+    EXPECT_EQ(files.removeFolder(path(L"folder")), 0u);
+    EXPECT_FALSE(std::filesystem::exists(plain("folder")));
+}
+
 TEST_F(PosixFileSystemTest, TakesNamesOfEveryByte) {
     write("\xE8\xA1\xA8\xFF\x80.txt", "x");
     std::vector<FolderEntry> entries;

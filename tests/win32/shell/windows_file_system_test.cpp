@@ -203,6 +203,16 @@ TEST_F(WindowsFileSystemTest, DeletesFiles) {
     EXPECT_EQ(files.deleteFile(folder / L"readonly.txt"), static_cast<DWORD>(ERROR_ACCESS_DENIED));
 }
 
+TEST_F(WindowsFileSystemTest, RemovesEmptyFoldersOnly) {
+    ASSERT_EQ(files.createFolder(folder / L"some"), 0u);
+    write(L"some\\file.txt", "x");
+    EXPECT_EQ(files.removeFolder(folder / L"some"), static_cast<DWORD>(ERROR_DIR_NOT_EMPTY));
+    ASSERT_EQ(files.deleteFile(folder / L"some\\file.txt"), 0u);
+    EXPECT_EQ(files.removeFolder(folder / L"some"), 0u);
+    EXPECT_FALSE(files.attributes(folder / L"some"));
+    EXPECT_EQ(files.removeFolder(folder / L"some"), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+}
+
 TEST_F(WindowsFileSystemTest, PathsWithNulNameNothing) {
     write(L"file", "x");
     const std::wstring cut = folder / (std::wstring(L"file\0.txt", 9));

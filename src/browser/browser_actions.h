@@ -51,6 +51,9 @@ public:
     /// @param members  the selected rows from top to bottom, never empty
     /// @return whether the archive was changed, and is to be listed again
     virtual bool deleteMembers(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) = 0;
+
+    /// The window is going, or has gone: the command that runs, if any, closes its dialogs and ends as soon as it can.
+    virtual void cancel() noexcept {}
 };
 
 }  // namespace tovar

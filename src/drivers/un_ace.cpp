@@ -56,6 +56,7 @@ constinit const DriverDescription cUnAce::kDescription{
     .prefix = "ACE",
     .messageTitle = L"ACE Message",
     .hasCursorMode = false,
+    .hasCommandLine = false,
     .columns = {.attributes = false},
     .extract = {.base = L"-d", .keepFolder = L"-d", .overwriteOption = false},
 };

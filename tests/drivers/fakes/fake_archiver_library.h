@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <new>
 #include <optional>
 #include <string>
@@ -21,7 +22,8 @@ public:
     bool backGround = true;
     bool cursor = true;
     std::int32_t runAnswer = 0;
-    std::string written;  ///< what `run` puts at the start of the output buffer
+    std::function<void()> whileRunning;  ///< a command
+    std::string written;                 ///< what `run` puts at the start of the output buffer
     std::uint32_t givenBufferSize = 0;
     std::int32_t checkAnswer = 0;
     std::int32_t dialogAnswer = 0;
@@ -65,6 +67,7 @@ public:
         calls.push_back(L"run " + std::wstring(commandLine));
         owners.push_back(owner);
         givenBufferSize = bufferSize;
+        if (whileRunning) whileRunning();
         std::string buffer = written;
         buffer.resize(bufferSize);
         output.clear();

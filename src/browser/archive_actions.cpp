@@ -1,0 +1,44 @@
+#include "browser/archive_actions.h"
+
+#include <exception>
+
+#include "browser/member_list.h"
+#include "shell/paths.h"
+
+namespace tovar {
+
+ArchiveActions::ArchiveActions(const ArchiveActionsPorts& ports, std::wstring fontName)
+    : ports_(ports),
+      fontName_(std::move(fontName)),
+      extraction_(ports.messages, ports.pump),
+      opener_({extraction_, ports.workFolder, ports.paths, ports.files, ports.messages, ports.launcher, ports.copies}) {
+    ports_.copies.removeRecorded(ports_.workFolder.path());
+}
+
+ArchiveActions::~ArchiveActions() {
+    try {
+        ports_.copies.remove();
+    } catch (const std::exception&) {
+        // They go at the next chance.
+    }
+}
+
+void ArchiveActions::extract(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) {
+    if (extraction_.running()) return;
+    // People look for what they unpack beside the archive; who has chosen another place has a reason, and mostly more
+    // archives to unpack there.
+    const std::wstring folder = ports_.paths.IsFolder(ports_.lastFolder)
+                                    ? ports_.lastFolder
+                                    : StripTrailingSeparator(ParentPath(scene.archiveFile));
+    const UnpackJob job{scene.owner,       scene.driver, scene.archiveFile, extraction_,
+                        ports_.workFolder, ports_.paths, ports_.files,      ports_.messages};
+    std::wstring chosen = ports_.dialogs.show(job, folder, memberListOf(scene, members), fontName_);
+    if (chosen != folder) ports_.lastFolder = std::move(chosen);
+}
+
+void ArchiveActions::cancel() noexcept {
+    extraction_.cancel();
+    ports_.dialogs.closeAll();
+}
+
+}  // namespace tovar

@@ -57,6 +57,12 @@ std::uint32_t ContentsList::itemAt(std::uint32_t row) const {
     return order_.empty() ? row : order_[row];
 }
 
+std::optional<std::uint32_t> ContentsList::rowOf(std::uint32_t item) const {
+    if (item >= rowCount()) return std::nullopt;
+    if (order_.empty()) return item;
+    return static_cast<std::uint32_t>(std::ranges::find(order_, item) - order_.begin());
+}
+
 std::optional<Folder> ContentsList::folderAt(std::uint32_t row) const {
     const std::uint32_t item = itemAt(row);
     return item < subfolders_.size() ? std::optional(subfolders_[item]) : std::nullopt;

@@ -46,6 +46,12 @@ public:
     [[nodiscard]] std::optional<std::uint32_t> entryAt(std::uint32_t row) const;
     [[nodiscard]] std::wstring text(std::uint32_t row, std::size_t column) const;
     [[nodiscard]] int icon(std::uint32_t row) const;
+    /// @return which of the folder's items the row stands for: the folders, then the files, as they stand unsorted
+    [[nodiscard]] std::uint32_t itemAt(std::uint32_t row) const;
+
+    /// @return the row that stands for an item; nullopt when there is no such item. In a sorted list all rows are looked
+    ///         at, once.
+    [[nodiscard]] std::optional<std::uint32_t> rowOf(std::uint32_t item) const;
 
     /// How the rows are ordered; nullopt until the first header click.
     [[nodiscard]] std::optional<Sorting> sorting() const noexcept { return sorting_; }
@@ -67,8 +73,6 @@ public:
     [[nodiscard]] std::optional<std::uint32_t> findName(std::wstring_view beginning, std::uint32_t start) const;
 
 private:
-    /// Number of what a row shows: folders first, then files, in the order of the archive.
-    [[nodiscard]] std::uint32_t itemAt(std::uint32_t row) const;
     [[nodiscard]] std::wstring textOf(std::uint32_t item, ColumnKey column) const;
     [[nodiscard]] bool sortsByValue(ColumnKey column) const noexcept;
     /// @return for each row from before the row where it is now

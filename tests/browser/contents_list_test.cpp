@@ -52,6 +52,29 @@ TEST_F(ContentsListTest, ShowsOnlyWhatLiesDirectlyInTheFolder) {
     EXPECT_EQ(column(kName), (Texts{L"b", L"one.txt"}));
 }
 
+TEST_F(ContentsListTest, KnowsTheRowOfEveryItem) {
+    show({{L"b/1"}, {L"z"}, {L"a/2"}, {L"c"}});
+    for (const std::uint32_t item : {0U, 1U, 2U, 3U}) {
+        EXPECT_EQ(list_.rowOf(item), item);
+        EXPECT_EQ(list_.itemAt(item), item);
+    }
+    EXPECT_EQ(list_.rowOf(4), std::nullopt);
+    EXPECT_THROW(static_cast<void>(list_.itemAt(4)), std::out_of_range);
+}
+
+TEST_F(ContentsListTest, KnowsTheRowOfEveryItemInASortedList) {
+    show({{L"a/1"}, {L"z"}, {L"b/2"}, {L"c"}, {L"d"}});
+    list_.sortBy(kName);
+    ASSERT_EQ(column(kName), (Texts{L"z", L"d", L"c", L"b", L"a"}));
+    // The items are a, b, z, c and d.
+    constexpr std::uint32_t kRows[] = {4, 3, 0, 2, 1};
+    for (std::uint32_t item = 0; item < 5; ++item) {
+        EXPECT_EQ(list_.rowOf(item), kRows[item]);
+        EXPECT_EQ(list_.itemAt(kRows[item]), item);
+    }
+    EXPECT_EQ(list_.rowOf(5), std::nullopt);
+}
+
 TEST_F(ContentsListTest, JustifiesSizesToTenCharacters) {
     show({{.storedName = L"million", .original = 1234567, .packed = 999},
           {.storedName = L"empty", .original = 0, .packed = 0},

@@ -11,6 +11,7 @@ namespace tovar {
 struct FolderPlace {
     std::wstring name;  ///< as the desktop shows it
     std::wstring path;  ///< empty for a place without a folder of the file system, such as the computer
+    int icon = 0;       ///< its place in the system's image lists
 };
 
 /// A folder inside another one.

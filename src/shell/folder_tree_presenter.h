@@ -1,8 +1,5 @@
 #pragma once
-#include <map>
 #include <optional>
-#include <set>
-#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -35,7 +32,7 @@ public:
     virtual void beginChange() = 0;
     virtual void endChange() = 0;
 
-    /// The selected folder is another one, or has another path.
+    /// The selected folder is another one, or has another path. Not called within a change.
     virtual void selectionChanged() = 0;
 };
 
@@ -46,7 +43,7 @@ public:
     /// Both must outlive the object.
     FolderTreePresenter(FolderSource& source, FolderTreeDisplay& display) : source_(source), display_(display) {}
 
-    /// Shows the places and the drives.
+    /// Shows the places and the drives in a control that is empty.
     void start();
 
     /// Selects a folder, however deep, and opens the way down to it. Hidden folders on the way are shown.
@@ -65,6 +62,8 @@ public:
     /// Looks into the folder when it is asked for the first time.
     [[nodiscard]] bool mayHaveFolders(FolderNode node);
     [[nodiscard]] bool isHidden(FolderNode node) const { return at(node).hidden; }
+    /// @return the icon of a place; nullopt for a folder
+    [[nodiscard]] std::optional<int> placeIcon(FolderNode node) const { return at(node).icon; }
     /// @return whether the desktop may show another name or icon than those of any folder
     [[nodiscard]] bool isCustomised(FolderNode node) const { return at(node).customised; }
 
@@ -88,7 +87,10 @@ private:
         FolderNode parent = kNoFolder;
         std::wstring name;
         std::wstring path;  ///< of a place; a folder's path is that of its parent and its name
-        bool hidden = false, customised = false, kept = false, loaded = false;
+        std::optional<int> icon;
+        bool hidden = false, customised = false;
+        bool kept = false;    ///< shown because it was to be selected, not because it was listed
+        bool loaded = false;  ///< its folders are known, and watched
         std::uint64_t created = 0;
         std::optional<bool> mayHaveFolders;
         std::vector<FolderNode> children;
@@ -96,22 +98,31 @@ private:
     class Change;
 
     [[nodiscard]] const Node& at(FolderNode node) const { return nodes_.at(node); }
-    FolderNode add(FolderNode parent, Node node);
+    FolderNode add(FolderNode parent, FolderNode after, Node node);
+    FolderNode addPlace(Kind kind, FolderNode parent, FolderNode after, FolderPlace place);
+    FolderNode addKept(FolderNode parent, Node node);
+
     bool load(FolderNode node);
     void reload(FolderNode node);
-    void mergeFolders(FolderNode node, std::vector<SubFolder>&& folders);
-    void mergeDrives(FolderNode node);
-    void removeNode(FolderNode node);
-    void setMayHaveFolders(FolderNode node, bool may);
-    [[nodiscard]] FolderNode placeFor(std::wstring_view path);
-    [[nodiscard]] FolderNode child(FolderNode node, std::wstring_view name);
+    void leave(FolderNode node);
+    void mergeFolders(FolderNode node, std::vector<SubFolder> folders);
+    void mergeDrives();
+    void findRenamed(const std::vector<SubFolder>& folders, std::unordered_map<std::wstring, FolderNode>& known);
+    void forget(FolderNode node);
+    void childrenAre(FolderNode node, std::vector<FolderNode> children);
+
+    [[nodiscard]] FolderNode placeFor(const std::wstring& path);
+    [[nodiscard]] FolderNode childFor(FolderNode node, const std::wstring& name);
+    [[nodiscard]] FolderNode knownChild(FolderNode node, const std::wstring& name) const;
     [[nodiscard]] bool isInside(FolderNode node, FolderNode above) const;
-    void open(FolderNode node);
+    void tellSelection();
 
     FolderSource& source_;
     FolderTreeDisplay& display_;
     std::unordered_map<FolderNode, Node> nodes_;
     FolderNode next_ = 1, desktop_ = kNoFolder, computer_ = kNoFolder, selected_ = kNoFolder;
+    int changes_ = 0;
+    bool selectionChanged_ = false;  ///< not yet told
 };
 
 }  // namespace tovar

@@ -19,4 +19,20 @@ RedrawPause::~RedrawPause() {
     ::InvalidateRect(window_, nullptr, TRUE);
 }
 
+ReplacedControl::ReplacedControl(HWND dialog, int id) : control_(::GetDlgItem(dialog, id)) {
+    if (control_ == nullptr) return;
+    ::GetWindowRect(control_, &place_);
+    ::MapWindowPoints(HWND_DESKTOP, dialog, reinterpret_cast<POINT*>(&place_), 2);
+}
+
+ReplacedControl::~ReplacedControl() {
+    if (control_ != nullptr) ::DestroyWindow(control_);
+}
+
+void ReplacedControl::giveTo(HWND window) const {
+    if (control_ == nullptr) return;
+    ::SetWindowPos(window, control_, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    ::SendMessageW(window, WM_SETFONT, static_cast<WPARAM>(::SendMessageW(control_, WM_GETFONT, 0, 0)), TRUE);
+}
+
 }  // namespace tovar

@@ -20,4 +20,35 @@ private:
     HWND window_;
 };
 
+/// A control of a dialog's template that another one takes the place of. Goes with this object.
+class ReplacedControl {
+public:
+    /// @param id  its number in the dialog; where there is none, the place is empty
+    ReplacedControl(HWND dialog, int id);
+    ~ReplacedControl();
+    ReplacedControl(const ReplacedControl&) = delete;
+    ReplacedControl& operator=(const ReplacedControl&) = delete;
+
+    /// @return where it is in the dialog's client area
+    [[nodiscard]] const RECT& place() const noexcept { return place_; }
+    /// Gives its turn for the Tab key to a window, and its font to it.
+    void giveTo(HWND window) const;
+
+private:
+    HWND control_;
+    RECT place_{};
+};
+
+/// While it lives the pointer shows that the user has to wait.
+class BusyCursor {
+public:
+    BusyCursor() : previous_(::SetCursor(::LoadCursorW(nullptr, IDC_WAIT))) {}
+    ~BusyCursor() { ::SetCursor(previous_); }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+
+private:
+    HCURSOR previous_;
+};
+
 }  // namespace tovar

@@ -10,6 +10,7 @@
 #include <unordered_map>
 
 #include "shell/folder_tree_presenter.h"
+#include "shell/win32/folder_icons.h"
 #include "shell/win32/shell_folder_source.h"
 #include "shell/win32/window.h"
 
@@ -61,6 +62,7 @@ private:
     LRESULT onGetDisplayInfo(NMHDR& header);
     LRESULT onExpanding(NMHDR& header);
     LRESULT onSelected(NMHDR& header);
+    LRESULT onItemGone(NMHDR& header);
     LRESULT onKey(NMHDR& header);
 
     void insert(FolderNode node, FolderNode parent, FolderNode after) override;
@@ -73,13 +75,14 @@ private:
     void selectionChanged() override;
 
     [[nodiscard]] HTREEITEM itemOf(FolderNode node) const;
+    void describe(FolderNode node, TVITEMW& item) const;
 
     HWND tree_ = nullptr;
     SelectionChanged changed_;
     ShellFolderSource source_;
     FolderTreePresenter presenter_{source_, *this};
     std::unordered_map<FolderNode, HTREEITEM> items_;
-    int changes_ = 0, closedIcon_ = 0, openIcon_ = 0;
+    FolderIcons icons_;
     std::wstring shownText_;  ///< the tree reads a text after it was given
 };
 

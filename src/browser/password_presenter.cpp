@@ -9,7 +9,7 @@ PasswordPresenter::PasswordPresenter(PasswordView& view) : view_(view) { passwor
 PasswordPresenter::~PasswordPresenter() { wipe(password_); }
 
 void PasswordPresenter::onLoad() {
-    hasText_ = confirmed_ = cancelled_ = false;
+    hasText_ = cancelled_ = false;
     view_.enableOk(false);
     view_.showCharacters(false);
 }
@@ -22,7 +22,6 @@ void PasswordPresenter::onTextChanged(std::size_t length) {
 void PasswordPresenter::onOk() {
     if (!hasText_) return;
     view_.readText(password_);
-    confirmed_ = true;
     cancelled_ = false;
     view_.close();
 }
@@ -30,10 +29,6 @@ void PasswordPresenter::onOk() {
 void PasswordPresenter::onCancel() {
     cancelled_ = true;
     view_.close();
-}
-
-void PasswordPresenter::onGone() {
-    if (!confirmed_) cancelled_ = true;
 }
 
 }  // namespace tovar

@@ -33,8 +33,8 @@ public:
     void onShowCharacters(bool shown) { view_.showCharacters(shown); }
     void onOk();
     void onCancel();
-    /// The window is gone, or could not be created; without OK that is a cancel.
-    void onGone();
+    /// The dialog has ended without OK in another way, or could not be shown.
+    void onGone() noexcept { cancelled_ = true; }
 
     /// The last confirmed entry.
     [[nodiscard]] const std::wstring& Password() const noexcept { return password_; }
@@ -44,7 +44,6 @@ private:
     PasswordView& view_;
     std::wstring password_;
     bool hasText_ = false;
-    bool confirmed_ = false;
     bool cancelled_ = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include "drivers/member_path.h"
 #include "shell/paths.h"
+#include "shell/secret_text.h"
 
 namespace tovar {
 namespace {
@@ -9,7 +10,6 @@ namespace {
 namespace abi = archiver::ace_abi;
 namespace code = abi::result;
 
-constexpr unsigned kMostQuestions = 3;
 constexpr std::size_t kNamedFailures = 10;
 constexpr std::wstring_view kWrongPassword = L"Password is not correct ! Try it again.";
 constexpr std::wstring_view kUnknownMethod = L"Unknown compression method !";
@@ -31,6 +31,8 @@ std::wstring withSeparator(std::wstring_view folder) {
 
 AceExtraction::AceExtraction(const AceExtractOptions& options, const MemberChoice& choice, const AceExtractPorts& ports)
     : options_(options), choice_(choice), ports_(ports), folder_(withSeparator(trimBlanks(options.folder))) {}
+
+AceExtraction::~AceExtraction() { wipe(password_); }
 
 ExtractResult AceExtraction::run() {
     AceWalk walk(ports_.library, options_.archive, abi::kOpenExtract);
@@ -104,24 +106,31 @@ std::int32_t AceExtraction::unpack(AceWalk& walk, const std::wstring& file) {
 
 std::int32_t AceExtraction::unpackEncrypted(AceWalk& walk, const std::wstring& file) {
     if (password_.empty() && !askPassword()) return code::kNoPassword;
+    // Until it is right or the user gives up: who mistypes a long password three times has not lost it.
     while (true) {
         std::int32_t answer = walk.setPassword(password_);
-        if (answer == code::kOk) answer = unpack(walk, file);
+        // The library's 8-bit texts cannot hold it: the archive's password is another.
+        if (answer == code::kConstant)
+            answer = code::kNoPassword;
+        else if (answer == code::kOk)
+            answer = unpack(walk, file);
         if (answer == code::kOk) passwordProven_ = true;
         if (passwordProven_ || !refusesPassword(answer)) return answer;
         ports_.tell(kWrongPassword);
-        password_.clear();
+        wipe(password_);
         if (!askPassword()) return answer;
         if (!walk.again()) return walk.code();
     }
 }
 
 bool AceExtraction::askPassword() {
-    if (noPassword_ || asked_ == kMostQuestions) return false;
-    ++asked_;
-    const auto password = ports_.passwords.ask(options_.owner, options_.archive);
+    if (noPassword_) return false;
+    auto password = ports_.passwords.ask(options_.owner, options_.archive);
     noPassword_ = !password || password->empty();
-    if (!noPassword_) password_ = *password;
+    if (password) {
+        const WipedAtEnd wiped(*password);
+        password_ = *password;
+    }
     return !noPassword_;
 }
 

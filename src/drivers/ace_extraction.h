@@ -35,6 +35,9 @@ struct AceExtractPorts {
 class AceExtraction {
 public:
     AceExtraction(const AceExtractOptions& options, const MemberChoice& choice, const AceExtractPorts& ports);
+    ~AceExtraction();
+    AceExtraction(const AceExtraction&) = delete;
+    AceExtraction& operator=(const AceExtraction&) = delete;
 
     /// Shows warnings on the way, and at the end one that names what could not be unpacked.
     ExtractResult run();
@@ -55,7 +58,6 @@ private:
     std::wstring folder_;      ///< with a separator at its end
     std::wstring madeFolder_;  ///< the last one that is known to be there
     std::wstring password_;
-    unsigned asked_ = 0;           ///< how often a password was asked for
     bool noPassword_ = false;      ///< none is to be had
     bool passwordProven_ = false;  ///< a member opened with it
     bool toldMethod_ = false;

@@ -5,6 +5,7 @@
 
 #include "drivers/guarded_call.h"
 #include "drivers/record_text.h"
+#include "shell/secret_text.h"
 
 namespace tovar {
 namespace {
@@ -103,8 +104,10 @@ std::int32_t BoundAceLibrary::processFile(archiver::ArchiveHandle archive, std::
 std::int32_t BoundAceLibrary::setPassword(archiver::ArchiveHandle archive, std::wstring_view password) {
     if (functions_.setPassword == nullptr) return result::kOther;
     return guarded(result::kMemory, [&] {
-        const std::optional<std::string> bytes = texts_.encode(password);
-        return bytes ? functions_.setPassword(archive, bytes->c_str()) : result::kConstant;
+        std::optional<std::string> bytes = texts_.encode(password);
+        if (!bytes) return result::kConstant;
+        const WipedAtEnd wiped(*bytes);
+        return functions_.setPassword(archive, bytes->c_str());
     });
 }
 

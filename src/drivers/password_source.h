@@ -11,7 +11,7 @@ namespace tovar {
 class PasswordSource {
 public:
     virtual ~PasswordSource() = default;
-    /// @return nullopt when there is none to be had
+    /// @return nullopt when there is none to be had. Who asks overwrites the text in memory after use.
     [[nodiscard]] virtual std::optional<std::wstring> ask(WindowHandle owner, std::wstring_view archive) = 0;
 };
 

@@ -110,13 +110,6 @@ TEST_F(PasswordPresenterTest, CountsAWindowThatIsGoneAsCancelled) {
     EXPECT_TRUE(presenter.Cancelled());
 }
 
-TEST_F(PasswordPresenterTest, KeepsOkWhenTheWindowGoesAfterIt) {
-    type(L"secret");
-    presenter.onOk();
-    presenter.onGone();
-    EXPECT_FALSE(presenter.Cancelled());
-}
-
 TEST_F(PasswordPresenterTest, ShowsAndHidesTheCharacters) {
     presenter.onShowCharacters(true);
     EXPECT_EQ(view.charactersShown, true);

@@ -430,14 +430,36 @@ TEST_P(UnAceRefusal, AsksAgainForAPasswordThatIsWrong) {
 INSTANTIATE_TEST_SUITE_P(Answers, UnAceRefusal, testing::Values(9, 131),
                          [](const auto& each) { return std::to_string(each.param); });
 
-TEST_F(UnAce, AsksThreeTimesAtMost) {
+TEST_F(UnAce, AsksUntilThePasswordIsRight) {
     library.members = {{.name = L"a", .flags = kEncrypted}, {.name = L"b", .flags = kEncrypted}, {.name = L"plain"}};
     library.password = L"secret";
-    passwords.given = {L"1", L"2", L"3", L"secret"};
+    passwords.given = {L"1", L"2", L"3", L"4", L"5", L"secret"};
+    EXPECT_TRUE(extract());
+    EXPECT_EQ(passwords.askedFor.size(), 6U);
+    EXPECT_EQ(told(), Calls(5, L"Password is not correct ! Try it again."));
+    EXPECT_TRUE(isFile(L"C:\\out\\b"));
+}
+
+TEST_F(UnAce, AsksAgainForAPasswordThatTheLibraryCannotBeTold) {
+    library.members = {{.name = L"a", .flags = kEncrypted}};
+    library.password = L"secret";
+    passwords.given = {library.unspeakable, L"secret"};
+    EXPECT_TRUE(extract());
+    EXPECT_EQ(told(), (Calls{L"Password is not correct ! Try it again."}));
+    EXPECT_EQ(library.calls,
+              (Calls{L"open C:\\a.ace 1", L"readHeader", L"setPassword \x2603", L"close", L"open C:\\a.ace 1",
+                     L"readHeader", L"setPassword secret", L"extract C:\\out\\a", L"readHeader", L"close"}));
+}
+
+TEST_F(UnAce, AsksUntilTheUserGivesUp) {
+    library.members = {{.name = L"a", .flags = kEncrypted}, {.name = L"b", .flags = kEncrypted}, {.name = L"plain"}};
+    library.password = L"secret";
+    passwords.given = {L"1", L"2", L"3", L"4"};
     EXPECT_FALSE(extract());
-    EXPECT_EQ(passwords.askedFor.size(), 3U);
-    EXPECT_EQ(told(), (Calls{L"Password is not correct ! Try it again.", L"Password is not correct ! Try it again.",
-                             L"Password is not correct ! Try it again.", L"Can not extract:\r\na\r\nb"}));
+    EXPECT_EQ(passwords.askedFor.size(), 5U);
+    Calls expected(4, L"Password is not correct ! Try it again.");
+    expected.push_back(L"Can not extract:\r\na\r\nb");
+    EXPECT_EQ(told(), expected);
     EXPECT_TRUE(isFile(L"C:\\out\\plain"));
 }
 

@@ -1,7 +1,5 @@
 #include "browser/win32/password_dialog.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 
 #include "browser/win32/work_dialog_controls.h"
@@ -17,7 +15,7 @@ constexpr std::size_t kLongest = PasswordPresenter::kLongestPassword;
 
 void fArcPassword::ask(HWND owner, std::wstring_view fontName) {
     owner_ = owner;
-    if (showModal(owner, IDD_ARC_PASSWORD, fontName) < 0) presenter_.onGone();
+    if (showModal(owner, IDD_ARC_PASSWORD, fontName) != IDOK) presenter_.onGone();
 }
 
 void fArcPassword::onLoad() {
@@ -50,7 +48,6 @@ std::optional<INT_PTR> fArcPassword::onMessage(UINT message, WPARAM wParam, LPAR
             return TRUE;
         case WM_DESTROY:
             wipeText();
-            presenter_.onGone();
             return std::nullopt;
         default:
             return std::nullopt;
@@ -80,7 +77,7 @@ void fArcPassword::readText(std::wstring& text) {
     text.resize(static_cast<std::size_t>(std::max(length, 0)));
 }
 
-void fArcPassword::close() { ::EndDialog(hwnd(), IDOK); }
+void fArcPassword::close() { ::EndDialog(hwnd(), presenter_.Cancelled() ? IDCANCEL : IDOK); }
 
 /// Overwrites what the control holds, and what it would bring back on "undo".
 void fArcPassword::wipeText() noexcept {

@@ -19,6 +19,7 @@ public:
     std::map<std::wstring, std::int32_t> answers;
     std::wstring password;  ///< that encrypted members open with; others give `wrongPassword`
     std::int32_t wrongPassword = 9;
+    std::wstring unspeakable = L"\x2603";  ///< a password that its texts cannot hold
     /// Does what unpacking does to the disk.
     std::function<void(const AceMember& member, const std::wstring& destination)> unpacks;
     Utf8Codec utf8;
@@ -58,6 +59,7 @@ public:
     std::int32_t setPassword(archiver::ArchiveHandle archive, std::wstring_view text) override {
         calls.push_back(L"setPassword " + std::wstring(text));
         given_ = text;
+        if (text == unspeakable) return 130;
         return archive == this ? 0 : 129;
     }
     std::int32_t close(archiver::ArchiveHandle archive) override {

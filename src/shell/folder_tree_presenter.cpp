@@ -109,7 +109,7 @@ std::optional<std::wstring> FolderTreePresenter::selectedFolder() const {
 std::wstring FolderTreePresenter::path(FolderNode node) const {
     std::vector<const std::wstring*> names;
     auto found = nodes_.find(node);
-    for (; found != nodes_.end() && found->second.kind == Kind::Folder; found = nodes_.find(found->second.parent)) {
+    for (; found != nodes_.end() && found->second.kind == Kind::Inside; found = nodes_.find(found->second.parent)) {
         names.push_back(&found->second.name);
     }
     if (found == nodes_.end()) return {};
@@ -176,7 +176,7 @@ void FolderTreePresenter::reload(FolderNode node) {
 /// A folder that was looked into is there no more.
 void FolderTreePresenter::leave(FolderNode node) {
     const Change change(*this);
-    if (at(node).kind == Kind::Folder) {
+    if (at(node).kind == Kind::Inside) {
         const FolderNode parent = at(node).parent;
         std::vector<FolderNode> children = at(parent).children;
         forget(node);
@@ -198,7 +198,7 @@ void FolderTreePresenter::mergeFolders(FolderNode node, std::vector<SubFolder> f
     std::vector<FolderNode> children;
     std::unordered_map<std::wstring, FolderNode> known;
     for (const FolderNode child : at(node).children) {
-        if (at(child).kind == Kind::Folder) {
+        if (at(child).kind == Kind::Inside) {
             known.emplace(at(child).name, child);
         } else {
             children.push_back(child);
@@ -460,7 +460,7 @@ FolderNode FolderTreePresenter::knownChild(FolderNode node, const std::wstring& 
     const std::wstring folded = foldCase(name);
     FolderNode like = kNoFolder;
     for (const FolderNode child : at(node).children) {
-        if (at(child).kind != Kind::Folder) continue;
+        if (at(child).kind != Kind::Inside) continue;
         if (at(child).name == name) return child;
         if (like == kNoFolder && foldCase(at(child).name) == folded) like = child;
     }

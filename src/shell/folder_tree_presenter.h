@@ -81,9 +81,9 @@ public:
     void refresh();
 
 private:
-    enum class Kind { Desktop, Place, Computer, Drive, Folder };
+    enum class Kind { Desktop, Place, Computer, Drive, Inside };
     struct Node {
-        Kind kind = Kind::Folder;
+        Kind kind = Kind::Inside;
         FolderNode parent = kNoFolder;
         std::wstring name;
         std::wstring path;  ///< of a place; a folder's path is that of its parent and its name

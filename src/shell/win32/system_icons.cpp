@@ -7,6 +7,9 @@
 namespace tovar {
 namespace {
 
+// IImageList, in commoncontrols.h
+constexpr GUID kIidImageList{0x46EB5926, 0x582E, 0x4017, {0x9F, 0xDF, 0xE8, 0x99, 0x8D, 0xAA, 0x09, 0x50}};
+
 std::wstring typeName(const ShellItem& item, UINT flags) {
     SHFILEINFOW info{};
     if (ShellFileInfo(item, flags, info) == 0) return {};
@@ -22,6 +25,28 @@ DWORD_PTR ShellFileInfo(const ShellItem& item, UINT flags, SHFILEINFOW& info) {
 HIMAGELIST SystemImageList(UINT sizeFlag) {
     SHFILEINFOW info{};
     return reinterpret_cast<HIMAGELIST>(ShellFileInfo(L"C:\\", sizeFlag | SHGFI_SYSICONINDEX, info));
+}
+
+// The shell makes its small and large lists for the scale of the main screen. For other scales there are larger ones;
+// icons between two sizes stay sharp when the smaller ones are shown as they are.
+HIMAGELIST SystemImageListOfSize(int pixels) {
+    constexpr std::array kLists = {SHIL_SMALL, SHIL_LARGE, SHIL_EXTRALARGE, SHIL_JUMBO};
+    HIMAGELIST best = nullptr;
+    int bestSize = 0;
+    for (const int which : kLists) {
+        void* answer = nullptr;
+        if (::SHGetImageList(which, kIidImageList, &answer) != S_OK || answer == nullptr) continue;
+        const auto images = static_cast<HIMAGELIST>(answer);
+        int width = 0, height = 0;
+        const bool known = ::ImageList_GetIconSize(images, &width, &height) != FALSE;
+        static_cast<IUnknown*>(answer)->Release();  // the shell keeps its own
+        const bool better =
+            best == nullptr || (bestSize > pixels ? width < bestSize : width <= pixels && width > bestSize);
+        if (!known || !better) continue;
+        best = images;
+        bestSize = width;
+    }
+    return best != nullptr ? best : SystemImageList(SHGFI_SMALLICON);
 }
 
 int SystemIconIndex(const ShellItem& item, UINT flags) {

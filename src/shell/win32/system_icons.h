@@ -39,6 +39,11 @@ DWORD_PTR ShellFileInfo(const ShellItem& item, UINT flags, SHFILEINFOW& info);
 /// @return the shell's own image list of that size, never to be destroyed; null on failure
 [[nodiscard]] HIMAGELIST SystemImageList(UINT sizeFlag);
 
+/// @param pixels  how large an icon is to be
+/// @return the shell's own image list of the largest icons that are not larger; that of the smallest ones when all are.
+///         An icon has the same place in all of them. Never to be destroyed; null on failure
+[[nodiscard]] HIMAGELIST SystemImageListOfSize(int pixels);
+
 /// @return the item's place in the system image lists; 0 on failure
 [[nodiscard]] int SystemIconIndex(const ShellItem& item, UINT flags);
 

@@ -43,6 +43,20 @@ TEST(SystemIcons, HasTwoImageLists) {
     EXPECT_EQ(width, ::GetSystemMetrics(SM_CXICON));
 }
 
+TEST(SystemIcons, HasImageListsForOtherScales) {
+    EXPECT_EQ(SystemImageListOfSize(::GetSystemMetrics(SM_CXSMICON)), SystemImageList(SHGFI_SMALLICON));
+    EXPECT_EQ(SystemImageListOfSize(::GetSystemMetrics(SM_CXICON)), SystemImageList(SHGFI_LARGEICON));
+    const auto sizeOf = [](int wanted) {
+        int width = 0, height = 0;
+        EXPECT_TRUE(::ImageList_GetIconSize(SystemImageListOfSize(wanted), &width, &height));
+        return width;
+    };
+    EXPECT_EQ(sizeOf(1), ::GetSystemMetrics(SM_CXSMICON));  // none is as small
+    EXPECT_EQ(sizeOf(::GetSystemMetrics(SM_CXICON) - 1), ::GetSystemMetrics(SM_CXSMICON));
+    EXPECT_EQ(sizeOf(::GetSystemMetrics(SM_CXICON) * 3 / 2), ::GetSystemMetrics(SM_CXICON) * 3 / 2);
+    EXPECT_EQ(sizeOf(1000), 256);
+}
+
 TEST(SystemIcons, TakesAnItemByPathOrByNumber) {
     const std::wstring folder = L"C:\\windows";
     const std::unique_ptr<ITEMIDLIST, FreeMemory> number(::ILCreateFromPathW(folder.c_str()));

@@ -8,7 +8,7 @@ namespace archiver {
 
 namespace {
 
-/// How many headers of the file the quickest mode looks at.
+/// How many headers of the file the quickest mode looks at, at most.
 constexpr int kRapidHeaders = 3;
 
 bool isFolder(const Member& member) { return (member.attributes & attribute::kFolder) != 0; }
@@ -20,6 +20,12 @@ bool isDataGood(ArchiveReader& reader, const Member& member) {
     }
     const ReturnCode code = reader.read([](const char*, std::size_t) { return true; });
     return code == kOk || code == kPasswordFile;
+}
+
+/// Whether the next header can be had only by unpacking much: a look at the first ones would take as long as all.
+bool isNextFar(const ArchiveReader& reader, const Member& member) {
+    constexpr std::uint64_t kMuch = std::uint64_t{1} << 20;
+    return !reader.facts().listedByHeaders && member.packedSize > kMuch;
 }
 
 bool areMembersGood(ArchiveReader& reader, std::int32_t mode) {
@@ -34,6 +40,7 @@ bool areMembersGood(ArchiveReader& reader, std::int32_t mode) {
             // What stands behind a damaged header can not be found; what stands before it can still be had.
             return (mode & check_mode::kRecovery) != 0 && count > 0;
         }
+        if (depth == check_mode::kRapid && isNextFar(reader, member)) return true;
         if (depth >= check_mode::kFullCrc && !isDataGood(reader, member)) {
             return false;
         }

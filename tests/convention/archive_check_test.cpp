@@ -39,6 +39,21 @@ TEST_F(CheckArchive, LooksAtThreeHeadersWhenInHaste) {
     EXPECT_EQ(disk.readCalls, 0);
 }
 
+TEST_F(CheckArchive, UnpacksNoLargeMemberInHaste) {
+    archive.facts.listedByHeaders = false;
+    archive.members[1].member.packedSize = std::uint64_t{1} << 20;
+    EXPECT_EQ(check(kRapid), 1);
+    EXPECT_EQ(disk.nextCalls, 3);
+    archive.members[1].member.packedSize += 1;
+    EXPECT_EQ(check(kRapid), 1);
+    EXPECT_EQ(disk.nextCalls, 2);
+    EXPECT_EQ(check(kBasic), 1);
+    EXPECT_EQ(disk.nextCalls, 6);
+    archive.facts.listedByHeaders = true;
+    EXPECT_EQ(check(kRapid), 1);
+    EXPECT_EQ(disk.nextCalls, 3) << "the member can be passed over";
+}
+
 TEST_F(CheckArchive, LooksAtAllHeaders) {
     EXPECT_EQ(check(kBasic), 1);
     EXPECT_EQ(disk.nextCalls, 6);

@@ -1,12 +1,17 @@
 #include "archivers/unpacking/member_job.h"
 
 #include <span>
+#include <system_error>
 #include <utility>
 
 #include "archivers/unpacking/utf8_path.h"
+#include "archivers/unpacking/write_behind.h"
 
 namespace archiver {
 namespace {
+
+/// Bytes of a member that are written where they are unpacked: for less a thread of their own does not pay.
+constexpr std::uint64_t kWrittenHere = std::uint64_t{4} << 20;
 
 /// A file in the making, or none when the bytes go elsewhere.
 class JobFile {
@@ -18,6 +23,8 @@ public:
             return around_.output == nullptr || (*around_.output)(bytes.data(), bytes.size()) ? kOk : kUserCancel;
         }
         if (const ReturnCode code = begin(); code != kOk) return code;
+        written_ += bytes.size();
+        if (around_.writeBehind && !behind_ && written_ > kWrittenHere) writeBehind();
         return file_->write(bytes);
     }
 
@@ -33,9 +40,20 @@ private:
         return around_.target->createFile(pathOfUtf8(job_.place.name), job_.expectedSize, job_.place.replace, file_);
     }
 
+    /// From here on writing costs this thread nothing. Without another thread it goes on as before.
+    void writeBehind() {
+        behind_ = true;
+        try {
+            file_ = std::make_unique<WriteBehindFile>(file_);
+        } catch (const std::system_error&) {
+        }
+    }
+
     const MemberJob& job_;
     JobSurroundings& around_;
     std::unique_ptr<OutputFile> file_;
+    std::uint64_t written_ = 0;
+    bool behind_ = false;
 };
 
 class BufferedData final : public DetachedData {

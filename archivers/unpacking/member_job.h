@@ -35,6 +35,7 @@ struct JobSurroundings {
     TargetFolder* target = nullptr;
     bool restoreAttributes = false;
     std::string webMark;
+    bool writeBehind = false;          ///< large members may be written by threads of their own
     const DataSink* output = nullptr;  ///< where bytes go that go to no file; null: nowhere
     std::atomic<bool> stop{false};     ///< nothing more is to be written
     std::atomic<std::uint64_t> bytes{0};

@@ -27,7 +27,9 @@ MemberRun::MemberRun(ArchiveReader& reader, const MemberFilter& chosen, std::str
       meter_(reader, around_, events),
       walk_(reader, chosen, meter_),
       passwords_(password, events),
-      line_(around_, threads) {}
+      line_(around_, threads) {
+    around_.writeBehind = line_.isParallel();
+}
 
 bool MemberRun::next(Member& member) {
     if (ended()) return false;

@@ -119,5 +119,30 @@ TEST(Parallel, MembersMayBeLargerThanTheirHeadersSay) {
     EXPECT_EQ(scene.summary.bytes, 20 + (std::uint64_t{1} << 20));
 }
 
+// It is written by a thread of its own; in what is seen nothing differs.
+TEST(Parallel, LargeMembersAreWrittenWhileTheyAreUnpacked) {
+    constexpr std::uint64_t kSize = std::uint64_t{40} << 20;
+    const auto large = [] {
+        FakeMember member = file("large", "start");
+        member.zeros = kSize;
+        member.member.originalSize = 5 + kSize;
+        return member;
+    };
+    UnpackScene scene({large(), file("after")});
+    scene.options.threads = 4;
+    EXPECT_EQ(scene.unpack(), kOk);
+    EXPECT_EQ(scene.target.item("large").size, 5 + kSize);
+    EXPECT_EQ(scene.target.at("large").substr(0, 6), std::string("start\0", 6));
+    EXPECT_EQ(scene.target.at("after"), "content");
+    EXPECT_EQ(scene.target.unfinished, 0);
+
+    UnpackScene full({large(), file("after")});
+    full.options.threads = 4;
+    full.target.writable = std::uint64_t{10} << 20;
+    EXPECT_EQ(full.unpack(), kDiskSpace);
+    EXPECT_EQ(full.target.names(), std::vector<std::string>());
+    EXPECT_EQ(full.target.unfinished, 0);
+}
+
 }  // namespace
 }  // namespace archiver::test

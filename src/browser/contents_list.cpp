@@ -1,33 +1,12 @@
 #include "browser/contents_list.h"
 
 #include <algorithm>
-#include <numeric>
 #include <stdexcept>
 #include <utility>
 
 #include "shell/letter_case.h"
 
 namespace tovar {
-namespace {
-
-/// Texts to sort by, one after the other in one block.
-class SortKeys {
-public:
-    void add(std::wstring_view text) {
-        ends_.push_back(texts_.size() + text.size());
-        texts_ += text;
-    }
-    [[nodiscard]] std::wstring_view operator[](std::size_t index) const {
-        const std::size_t start = index == 0 ? 0 : ends_[index - 1];
-        return std::wstring_view(texts_).substr(start, ends_[index] - start);
-    }
-
-private:
-    std::wstring texts_;
-    std::vector<std::size_t> ends_;
-};
-
-}  // namespace
 
 ContentsList::ContentsList(const ArchiveDriver& driver, const FolderModel& folders, FileTypes& desktop,
                            RegionalSettings regional)
@@ -38,18 +17,16 @@ ContentsList::ContentsList(const ArchiveDriver& driver, const FolderModel& folde
       columns_(contentsColumnsOf(driver.description().columns)) {}
 
 void ContentsList::show(Folder folder) {
-    const auto subfolders = folders_.children(folder);
-    const auto files = folders_.files(folder);
-    order_.clear();
-    subfolders_ = subfolders;
-    files_ = files;
-    if (sorting_) sortItems();
+    const FolderRows rows{folders_.children(folder), folders_.files(folder)};
+    std::vector<std::uint32_t> order;
+    if (sorting_) order = orderOf(rows, *sorting_, exact_);
+    rows_ = rows;
+    order_ = std::move(order);
 }
 
 void ContentsList::clear() noexcept {
-    subfolders_ = {};
-    files_ = {};
-    order_.clear();
+    rows_ = {};
+    order_ = {};
 }
 
 std::uint32_t ContentsList::itemAt(std::uint32_t row) const {
@@ -65,12 +42,12 @@ std::optional<std::uint32_t> ContentsList::rowOf(std::uint32_t item) const {
 
 std::optional<Folder> ContentsList::folderAt(std::uint32_t row) const {
     const std::uint32_t item = itemAt(row);
-    return item < subfolders_.size() ? std::optional(subfolders_[item]) : std::nullopt;
+    return item < rows_.subfolders.size() ? std::optional(rows_.subfolders[item]) : std::nullopt;
 }
 
 std::optional<std::uint32_t> ContentsList::entryAt(std::uint32_t row) const {
     const std::uint32_t item = itemAt(row);
-    return item < subfolders_.size() ? std::nullopt : std::optional(files_[item - subfolders_.size()]);
+    return item < rows_.subfolders.size() ? std::nullopt : std::optional(rows_.files[item - rows_.subfolders.size()]);
 }
 
 std::wstring ContentsList::text(std::uint32_t row, std::size_t column) const {
@@ -83,79 +60,72 @@ int ContentsList::icon(std::uint32_t row) const {
 }
 
 std::wstring ContentsList::textOf(std::uint32_t item, ColumnKey column) const {
-    if (item < subfolders_.size()) {
-        if (column == ColumnKey::Name) return std::wstring(folders_.text(subfolders_[item]));
+    if (item < rows_.subfolders.size()) {
+        if (column == ColumnKey::Name) return std::wstring(folders_.text(rows_.subfolders[item]));
         return column == ColumnKey::FileType ? types_.ofFolder().name : std::wstring();
     }
-    const std::uint32_t entry = files_[item - subfolders_.size()];
+    const std::uint32_t entry = rows_.files[item - rows_.subfolders.size()];
     return exact_ ? texts_.exactText(entry, column) : texts_.shortText(entry, column);
 }
 
 std::vector<std::uint32_t> ContentsList::sortBy(std::size_t column) {
     if (column >= columns_.size()) return {};
-    sorting_ = Sorting{column, !(sorting_ && sorting_->descending)};
-    return sortRows();
+    const Sorting sorting{column, !(sorting_ && sorting_->descending)};
+    auto moves = moveTo(orderOf(rows_, sorting, exact_));
+    sorting_ = sorting;
+    return moves;
 }
 
 std::vector<std::uint32_t> ContentsList::setExact(bool exact) {
     if (exact == exact_) return {};
+    if (!sorting_) {
+        exact_ = exact;
+        return {};
+    }
+    auto moves = moveTo(orderOf(rows_, *sorting_, exact));
     exact_ = exact;
-    return sorting_ ? sortRows() : std::vector<std::uint32_t>();
+    return moves;
 }
 
-std::vector<std::uint32_t> ContentsList::sortRows() {
-    std::vector<std::uint32_t> before = order_;
-    if (before.empty()) {
-        before.resize(rowCount());
-        std::iota(before.begin(), before.end(), 0);
+std::vector<std::uint32_t> ContentsList::orderOf(const FolderRows& rows, const Sorting& sorting, bool exact) const {
+    const Direction direction = sorting.descending ? Direction::Descending : Direction::Ascending;
+    PacedWork work(breather_);
+    return orderOfRows({driver_, folders_, types_, texts_, letters_}, rows,
+                       {columns_.at(sorting.column).key, direction, exact}, work);
+}
+
+std::vector<std::uint32_t> ContentsList::moveTo(std::vector<std::uint32_t> order) {
+    std::vector<std::uint32_t> rowOfItem(order.size());
+    for (std::uint32_t row = 0; row < order.size(); ++row) rowOfItem[order[row]] = row;
+    if (order_.empty()) {
+        order_ = std::move(order);
+        return rowOfItem;
     }
-    sortItems();
-    std::vector<std::uint32_t> rowOfItem(before.size());
-    for (std::uint32_t row = 0; row < order_.size(); ++row) rowOfItem[order_[row]] = row;
-    for (std::uint32_t& item : before) item = rowOfItem[item];
-    return before;
+    std::swap(order_, order);
+    for (std::uint32_t& item : order) item = rowOfItem[item];
+    return order;
 }
 
-bool ContentsList::sortsByValue(ColumnKey column) const noexcept {
-    return exact_ && (column == ColumnKey::Original || column == ColumnKey::Packed || column == ColumnKey::Ratio ||
-                      column == ColumnKey::Modified || column == ColumnKey::Crc);
+std::wstring_view ContentsList::nameOf(std::uint32_t item) const {
+    return item < rows_.subfolders.size() ? folders_.text(rows_.subfolders[item])
+                                          : driver_.entries().name(rows_.files[item - rows_.subfolders.size()]);
 }
 
-void ContentsList::sortItems() {
-    const ColumnKey column = columns_.at(sorting_->column).key;
-    const bool byValue = sortsByValue(column);
-    SortKeys keys;
-    std::vector<std::uint64_t> values;
-    for (std::uint32_t item = 0; item < rowCount(); ++item) {
-        if (byValue) {
-            const bool isFolder = item < subfolders_.size();
-            values.push_back(isFolder ? 0 : texts_.exactValue(files_[item - subfolders_.size()], column));
-        } else {
-            keys.add(foldCase(textOf(item, column)));
-        }
-    }
-    std::vector<std::uint32_t> order(rowCount());
-    std::iota(order.begin(), order.end(), 0);
-    const bool descending = sorting_->descending;
-    const auto isBefore = [&](std::uint32_t left, std::uint32_t right) {
-        const int difference =
-            byValue ? (values[left] > values[right]) - (values[left] < values[right]) : keys[left].compare(keys[right]);
-        if (difference != 0) return descending ? difference > 0 : difference < 0;
-        return left < right;
-    };
-    const auto firstFile = order.begin() + static_cast<std::ptrdiff_t>(subfolders_.size());
-    std::sort(order.begin(), firstFile, isBefore);
-    std::sort(firstFile, order.end(), isBefore);
-    if (descending) std::rotate(order.begin(), firstFile, order.end());
-    order_ = std::move(order);
-}
-
+// Names lie in memory in the archive's order: they are all read in that order, not in that of the rows.
 std::optional<std::uint32_t> ContentsList::findName(std::wstring_view beginning, std::uint32_t start) const {
     const std::wstring folded = foldCase(beginning);
     const std::uint32_t count = rowCount();
-    for (std::uint32_t step = 0; step < count; ++step) {
-        const auto row = static_cast<std::uint32_t>((std::uint64_t{start} + step) % count);
-        if (foldCase(textOf(itemAt(row), ColumnKey::Name)).starts_with(folded)) return row;
+    if (count == 0) return std::nullopt;
+    std::vector<bool> matches(order_.size());
+    bool found = order_.empty();
+    for (std::uint32_t item = 0; item < order_.size(); ++item) {
+        if (letters_.startsWith(nameOf(item), folded)) found = matches[item] = true;
+    }
+    const std::uint32_t first = start % count;
+    for (std::uint32_t step = 0; found && step < count; ++step) {
+        const std::uint32_t row = step < count - first ? first + step : step - (count - first);
+        const bool match = order_.empty() ? letters_.startsWith(nameOf(row), folded) : bool{matches[order_[row]]};
+        if (match) return row;
     }
     return std::nullopt;
 }

@@ -2,7 +2,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,7 +10,10 @@
 #include "browser/file_types.h"
 #include "browser/folder_model.h"
 #include "browser/member_texts.h"
+#include "browser/row_order.h"
+#include "browser/text_order.h"
 #include "drivers/archive_driver.h"
+#include "shell/breather.h"
 #include "shell/regional.h"
 
 namespace tovar {
@@ -31,13 +33,16 @@ public:
 
     [[nodiscard]] const std::vector<ContentsColumn>& columns() const noexcept { return columns_; }
 
+    /// Orders are made with breaks from now on; null: in one go. While the list breathes it shows what it showed
+    /// before, and must not be told to change, but for clear(). The breather must outlive the object.
+    void setBreather(Breather* breather) noexcept { breather_ = breather; }
+
     /// Shows a folder of the model. An order that a header click chose stays.
+    /// @throws WorkAbandoned, std::bad_alloc; the list then shows what it showed before
     void show(Folder folder);
     void clear() noexcept;
 
-    [[nodiscard]] std::uint32_t rowCount() const noexcept {
-        return static_cast<std::uint32_t>(subfolders_.size() + files_.size());
-    }
+    [[nodiscard]] std::uint32_t rowCount() const noexcept { return rows_.count(); }
 
     // Of one row. All throw std::out_of_range for a row outside 0 to rowCount() - 1 or a column that is not there.
     /// @return the folder that the row stands for; nullopt for a file
@@ -49,8 +54,8 @@ public:
     /// @return which of the folder's items the row stands for: the folders, then the files, as they stand unsorted
     [[nodiscard]] std::uint32_t itemAt(std::uint32_t row) const;
 
-    /// @return the row that stands for an item; nullopt when there is no such item. In a sorted list all rows are looked
-    ///         at, once.
+    /// @return the row that stands for an item; nullopt when there is no such item. In a sorted list all rows
+    ///         are looked at, once.
     [[nodiscard]] std::optional<std::uint32_t> rowOf(std::uint32_t item) const;
 
     /// How the rows are ordered; nullopt until the first header click.
@@ -60,11 +65,13 @@ public:
     /// one block: above the files in ascending order, below them in descending order. Every click turns the order
     /// round, whichever column it hits, and the first one sorts descending.
     /// @return for each row from before the row where it is now; empty when the column is not there
+    /// @throws WorkAbandoned, std::bad_alloc; nothing has changed then
     std::vector<std::uint32_t> sortBy(std::size_t column);
 
     /// Shows exact details: whole numbers, dates and checksums, ordered by their values, those that are missing before
     /// all others. The same columns and the same order of clicks otherwise.
     /// @return for each row from before the row where it is now; empty when no row has moved
+    /// @throws WorkAbandoned, std::bad_alloc; nothing has changed then
     std::vector<std::uint32_t> setExact(bool exact);
     [[nodiscard]] bool exact() const noexcept { return exact_; }
 
@@ -74,21 +81,22 @@ public:
 
 private:
     [[nodiscard]] std::wstring textOf(std::uint32_t item, ColumnKey column) const;
-    [[nodiscard]] bool sortsByValue(ColumnKey column) const noexcept;
+    [[nodiscard]] std::wstring_view nameOf(std::uint32_t item) const;
+    [[nodiscard]] std::vector<std::uint32_t> orderOf(const FolderRows& rows, const Sorting& sorting, bool exact) const;
     /// @return for each row from before the row where it is now
-    std::vector<std::uint32_t> sortRows();
-    void sortItems();
+    std::vector<std::uint32_t> moveTo(std::vector<std::uint32_t> order);
 
     const ArchiveDriver& driver_;
     const FolderModel& folders_;
     mutable KnownFileTypes types_;
     MemberTexts texts_;
     std::vector<ContentsColumn> columns_;
-    std::span<const Folder> subfolders_;
-    std::span<const std::uint32_t> files_;
+    CaseFolder letters_;
+    FolderRows rows_;
     std::vector<std::uint32_t> order_;  ///< item of each row; empty while the rows stand as the archive has them
     std::optional<Sorting> sorting_;
     bool exact_ = false;
+    Breather* breather_ = nullptr;
 };
 
 }  // namespace tovar

@@ -1,6 +1,7 @@
 #include "browser/folder_model.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "shell/letter_case.h"
 
@@ -33,18 +34,16 @@ std::span<const std::uint32_t> FolderModel::Groups::of(std::uint32_t group) cons
     return std::span(items).subspan(first, start.at(group + std::size_t{1}) - first);
 }
 
-void FolderModel::build(std::wstring_view rootText, const EntryTable& entries) {
+void FolderModel::build(std::wstring_view rootText, const EntryTable& entries, Breather* breather) {
     clear();
-    try {
-        std::vector<Folder> folderOfPath;
-        rootText_ = rootText;
-        addFolders(entries, folderOfPath);
-        groupChildren();
-        groupFiles(entries, folderOfPath);
-    } catch (...) {
-        clear();
-        throw;
-    }
+    FolderModel built;
+    PacedWork work(breather);
+    std::vector<Folder> folderOfPath;
+    built.rootText_ = rootText;
+    built.addFolders(entries, folderOfPath, work);
+    built.groupChildren();
+    built.groupFiles(entries, folderOfPath, work);
+    *this = std::move(built);
 }
 
 void FolderModel::clear() noexcept {
@@ -55,7 +54,7 @@ void FolderModel::clear() noexcept {
     files_ = {};
 }
 
-void FolderModel::addFolders(const EntryTable& entries, std::vector<Folder>& folderOfPath) {
+void FolderModel::addFolders(const EntryTable& entries, std::vector<Folder>& folderOfPath, PacedWork& work) {
     nodes_.intern({});
     parents_.push_back(kRoot);
     folderOfPath.reserve(entries.folderCount());
@@ -63,6 +62,7 @@ void FolderModel::addFolders(const EntryTable& entries, std::vector<Folder>& fol
         Folder folder = kRoot;
         forEachPart(entries.folderPath(path), kSeparator, [&](std::wstring_view part) {
             if (!part.empty()) folder = addChild(folder, part);
+            work.done();
             return true;
         });
         folderOfPath.push_back(folder);
@@ -86,17 +86,19 @@ void FolderModel::groupChildren() {
     for (Folder folder = 1; folder < size(); ++folder) children_.items[place[parents_[folder]]++] = folder;
 }
 
-void FolderModel::groupFiles(const EntryTable& entries, const std::vector<Folder>& folderOfPath) {
+void FolderModel::groupFiles(const EntryTable& entries, const std::vector<Folder>& folderOfPath, PacedWork& work) {
     files_.start.assign(parents_.size() + 1, 0);
     const std::uint32_t count = entries.size();
     for (std::uint32_t entry = 0; entry < count; ++entry) {
         if (!entries.name(entry).empty()) ++files_.start[folderOfPath[entries.folder(entry)] + std::size_t{1}];
+        work.done();
     }
     accumulate(files_.start);
     files_.items.resize(files_.start.back());
     std::vector<std::uint32_t> place(files_.start.begin(), files_.start.end() - 1);
     for (std::uint32_t entry = 0; entry < count; ++entry) {
         if (!entries.name(entry).empty()) files_.items[place[folderOfPath[entries.folder(entry)]]++] = entry;
+        work.done();
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include "drivers/entry_table.h"
 #include "drivers/interned_texts.h"
+#include "shell/breather.h"
 
 namespace tovar {
 
@@ -25,8 +26,9 @@ public:
 
     /// Builds anew, in a time that grows with the number of members and the length of the folder paths.
     /// @param rootText  what the root is called, the archive's file name
-    /// @throws std::bad_alloc; the model is then empty
-    void build(std::wstring_view rootText, const EntryTable& entries);
+    /// @param breather  null: in one go. While it breathes, the model is empty.
+    /// @throws std::bad_alloc, WorkAbandoned; the model is then empty
+    void build(std::wstring_view rootText, const EntryTable& entries, Breather* breather = nullptr);
 
     /// Leaves nothing, not even the root.
     void clear() noexcept;
@@ -57,10 +59,10 @@ private:
         [[nodiscard]] std::span<const std::uint32_t> of(std::uint32_t group) const;
     };
 
-    void addFolders(const EntryTable& entries, std::vector<Folder>& folderOfPath);
+    void addFolders(const EntryTable& entries, std::vector<Folder>& folderOfPath, PacedWork& work);
     Folder addChild(Folder parent, std::wstring_view text);
     void groupChildren();
-    void groupFiles(const EntryTable& entries, const std::vector<Folder>& folderOfPath);
+    void groupFiles(const EntryTable& entries, const std::vector<Folder>& folderOfPath, PacedWork& work);
 
     std::wstring rootText_;
     InternedTexts nodes_;  ///< of each folder its parent's number as two characters and its text

@@ -28,6 +28,7 @@ MemberTexts::MemberTexts(const ArchiveDriver& driver, KnownFileTypes& types, Reg
       types_(types),
       regional_(std::move(regional)),
       wholeYears_(regional_),
+      sizeKeys_(regional_, kSizeWidth),
       checksumDigits_(driver.description().columns.crcDigits) {
     wholeYears_.shortDate = withWholeYears(regional_.shortDate);
 }
@@ -37,15 +38,14 @@ std::wstring MemberTexts::shortText(std::uint32_t entry, ColumnKey column) const
         case ColumnKey::Name:
             return driver_.FileName(entry);
         case ColumnKey::Original:
-            return rightJustified(driver_.FileOriginal(entry), kSizeWidth);
         case ColumnKey::Packed:
-            return rightJustified(driver_.FilePacked(entry), kSizeWidth);
+            return shortSize(entry, column);
         case ColumnKey::Ratio:
             return rightJustified(driver_.FileRatio(entry), kRatioWidth);
         case ColumnKey::FileType:
             return types_.ofFile(driver_.FileName(entry)).name;
         case ColumnKey::Modified:
-            return shortModified(entry);
+            return shortDate(entry) + L' ' + shortTime(entry);
         case ColumnKey::Attr:
             return driver_.FileAttr(entry);
         case ColumnKey::Type:
@@ -60,7 +60,7 @@ std::wstring MemberTexts::exactText(std::uint32_t entry, ColumnKey column) const
     switch (column) {
         case ColumnKey::Original:
         case ColumnKey::Packed:
-            return sizeText(entry, column);
+            return exactSize(entry, column);
         case ColumnKey::Ratio:
             return driver_.FileRatio(entry);
         case ColumnKey::Modified:
@@ -70,6 +70,11 @@ std::wstring MemberTexts::exactText(std::uint32_t entry, ColumnKey column) const
         default:
             return shortText(entry, column);
     }
+}
+
+bool MemberTexts::hasValue(ColumnKey column) noexcept {
+    return column == ColumnKey::Original || column == ColumnKey::Packed || column == ColumnKey::Ratio ||
+           column == ColumnKey::Modified || column == ColumnKey::Crc;
 }
 
 std::uint64_t MemberTexts::exactValue(std::uint32_t entry, ColumnKey column) const {
@@ -90,16 +95,27 @@ std::uint64_t MemberTexts::exactValue(std::uint32_t entry, ColumnKey column) con
     }
 }
 
-std::wstring MemberTexts::sizeText(std::uint32_t entry, ColumnKey column) const {
+std::wstring MemberTexts::shortSize(std::uint32_t entry, ColumnKey column) const {
+    if (driver_.textsFollowRecords()) {
+        return rightJustified(groupedNumber(sizeOf(driver_.entries().record(entry), column), regional_), kSizeWidth);
+    }
+    return rightJustified(column == ColumnKey::Packed ? driver_.FilePacked(entry) : driver_.FileOriginal(entry),
+                          kSizeWidth);
+}
+
+std::wstring MemberTexts::exactSize(std::uint32_t entry, ColumnKey column) const {
     const std::uint64_t size = sizeOf(driver_.entries().record(entry), column);
     return size == 0 ? L"0" : groupedNumber(size, regional_);
 }
 
-std::wstring MemberTexts::shortModified(std::uint32_t entry) const {
+std::wstring MemberTexts::shortDate(std::uint32_t entry) const {
     const auto date = driver_.calendarDate(entry);
+    return date ? shortDateText(*date, regional_) : driver_.FileDate(entry);
+}
+
+std::wstring MemberTexts::shortTime(std::uint32_t entry) const {
     const auto time = driver_.clockTime(entry);
-    return (date ? shortDateText(*date, regional_) : driver_.FileDate(entry)) + L' ' +
-           (time ? shortTimeText(*time, regional_) : driver_.FILETIME(entry));
+    return time ? shortTimeText(*time, regional_) : driver_.FILETIME(entry);
 }
 
 std::wstring MemberTexts::exactModified(std::uint32_t entry) const {

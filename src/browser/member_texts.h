@@ -4,6 +4,7 @@
 
 #include "browser/contents_columns.h"
 #include "browser/file_types.h"
+#include "browser/size_keys.h"
 #include "drivers/archive_driver.h"
 #include "shell/regional.h"
 
@@ -22,14 +23,22 @@ public:
     /// Sizes are whole, and so are years, seconds and checksums. What the record does not have is an empty text.
     [[nodiscard]] std::wstring exactText(std::uint32_t entry, ColumnKey column) const;
 
+    /// The two parts of shortText's Modified, which stands with a blank between them.
+    [[nodiscard]] std::wstring shortDate(std::uint32_t entry) const;
+    [[nodiscard]] std::wstring shortTime(std::uint32_t entry) const;
+
+    /// @return whether exactValue knows the column: Original, Packed, Ratio, Modified and Crc
+    [[nodiscard]] static bool hasValue(ColumnKey column) noexcept;
     /// What an exact cell is worth beside others of its column: a greater number for a greater size, ratio, date or
     /// checksum, 0 for what the record does not have.
-    /// @param column  Original, Packed, Ratio, Modified or Crc
     [[nodiscard]] std::uint64_t exactValue(std::uint32_t entry, ColumnKey column) const;
 
+    /// Keys that order like the short texts of sizes, as long as those follow from the records.
+    [[nodiscard]] const SizeKeys& sizeKeys() const noexcept { return sizeKeys_; }
+
 private:
-    [[nodiscard]] std::wstring sizeText(std::uint32_t entry, ColumnKey column) const;
-    [[nodiscard]] std::wstring shortModified(std::uint32_t entry) const;
+    [[nodiscard]] std::wstring shortSize(std::uint32_t entry, ColumnKey column) const;
+    [[nodiscard]] std::wstring exactSize(std::uint32_t entry, ColumnKey column) const;
     [[nodiscard]] std::wstring exactModified(std::uint32_t entry) const;
     [[nodiscard]] std::wstring exactChecksum(std::uint32_t entry) const;
     /// A checksum of 32 bits that is 0 stands for none: only that of no data is truly 0.
@@ -39,6 +48,7 @@ private:
     KnownFileTypes& types_;
     RegionalSettings regional_;
     RegionalSettings wholeYears_;
+    SizeKeys sizeKeys_;
     std::size_t checksumDigits_;
 };
 

@@ -1,5 +1,6 @@
 #include "drivers/entry_table.h"
 
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 
@@ -20,6 +21,8 @@ void EntryTable::clear() noexcept {
     names_.clear();
     folders_.clear();
     labels_.clear();
+    labelPairs_.clear();
+    largeSizes_.clear();
 }
 
 void EntryTable::add(const EntryRecord& record, std::wstring_view storedName, std::wstring_view attributes,
@@ -38,14 +41,65 @@ void EntryTable::add(const EntryRecord& record, std::wstring_view storedName, st
         }
     }
     const std::wstring_view name = std::wstring_view(scratch_).substr(nameStart);
-    if (name.size() > std::numeric_limits<std::uint32_t>::max()) {
+    constexpr std::uint32_t kMostInRow = std::numeric_limits<std::uint32_t>::max();
+    if (name.size() > std::numeric_limits<std::uint16_t>::max()) {
         throw std::length_error("name is too long");
     }
-    Row row{record, names_.keep(name), static_cast<std::uint32_t>(name.size()), 0, 0, 0};
+    Row row;
+    row.crc = record.crc;
+    row.ratio = record.ratio;
+    row.date = record.date;
+    row.time = record.time;
+    row.name = names_.keep(name);
+    row.nameLength = static_cast<std::uint16_t>(name.size());
     row.folder = lastFolder_ = internLike(folders_, lastFolder_, hasFolder ? cutToPath(nameStart) : kRoot);
-    row.attributes = lastAttributes_ = internLike(labels_, lastAttributes_, attributes);
-    row.type = lastType_ = internLike(labels_, lastType_, type);
+    row.labelsAndFlags = labelPair(attributes, type);
+    if (record.original <= kMostInRow && record.packed <= kMostInRow) {
+        row.original = static_cast<std::uint32_t>(record.original);
+        row.packed = static_cast<std::uint32_t>(record.packed);
+    } else {
+        row.original = largeSizes_.size();
+        row.labelsAndFlags |= kLargeSizes;
+        largeSizes_.append({record.original, record.packed});
+    }
     rows_.append(row);
+}
+
+std::uint32_t EntryTable::labelPair(std::wstring_view attributes, std::wstring_view type) {
+    const LabelPair pair{internLike(labels_, lastLabels_.attributes, attributes),
+                         internLike(labels_, lastLabels_.type, type)};
+    const bool isLast = pair.attributes == lastLabels_.attributes && pair.type == lastLabels_.type;
+    if (isLast && lastPair_ < labelPairs_.size()) return lastPair_;
+    const wchar_t text[] = {static_cast<wchar_t>(pair.attributes & 0xFFFF), static_cast<wchar_t>(pair.attributes >> 16),
+                            static_cast<wchar_t>(pair.type & 0xFFFF), static_cast<wchar_t>(pair.type >> 16)};
+    lastPair_ = labelPairs_.intern({text, std::size(text)});
+    lastLabels_ = pair;
+    return lastPair_;
+}
+
+EntryTable::LabelPair EntryTable::labelsOf(std::uint32_t index) const {
+    const std::wstring_view text = labelPairs_.at(rows_.at(index).labelsAndFlags & ~kLargeSizes);
+    const auto number = [text](std::size_t place) {
+        return static_cast<std::uint32_t>(text[place]) | static_cast<std::uint32_t>(text[place + 1]) << 16;
+    };
+    return {number(0), number(2)};
+}
+
+EntryRecord EntryTable::record(std::uint32_t index) const {
+    const Row& row = rows_.at(index);
+    EntryRecord record;
+    if ((row.labelsAndFlags & kLargeSizes) == 0) {
+        record.original = row.original;
+        record.packed = row.packed;
+    } else {
+        record.original = largeSizes_[row.original].original;
+        record.packed = largeSizes_[row.original].packed;
+    }
+    record.crc = row.crc;
+    record.ratio = row.ratio;
+    record.date = row.date;
+    record.time = row.time;
+    return record;
 }
 
 std::wstring_view EntryTable::cutToPath(std::size_t nameStart) {
@@ -61,8 +115,12 @@ std::wstring_view EntryTable::name(std::uint32_t index) const {
     return {row.name, row.nameLength};
 }
 
-std::wstring_view EntryTable::attributes(std::uint32_t index) const { return labels_.at(rows_.at(index).attributes); }
+std::uint32_t EntryTable::attributesNumber(std::uint32_t index) const { return labelsOf(index).attributes; }
 
-std::wstring_view EntryTable::type(std::uint32_t index) const { return labels_.at(rows_.at(index).type); }
+std::uint32_t EntryTable::typeNumber(std::uint32_t index) const { return labelsOf(index).type; }
+
+std::wstring_view EntryTable::attributes(std::uint32_t index) const { return labels_.at(attributesNumber(index)); }
+
+std::wstring_view EntryTable::type(std::uint32_t index) const { return labels_.at(typeNumber(index)); }
 
 }  // namespace tovar

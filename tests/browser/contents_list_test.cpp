@@ -89,9 +89,12 @@ TEST_F(ContentsListTest, KeepsTheLastTenCharactersOfALongerSize) {
 }
 
 TEST_F(ContentsListTest, GroupsDigitsAsTheSystemDoes) {
-    driver_.regional.groupSeparator = L".";
+    RegionalSettings regional;
+    regional.groupSeparator = L".";
     show({{.storedName = L"million", .original = 1234567}});
-    EXPECT_EQ(list_.text(0, kOriginal), L" 1.234.567");
+    ContentsList list(driver_, folders_, desktop_, regional);
+    list.show(FolderModel::kRoot);
+    EXPECT_EQ(list.text(0, kOriginal), L" 1.234.567");
 }
 
 TEST_F(ContentsListTest, JustifiesRatiosToSixCharacters) {

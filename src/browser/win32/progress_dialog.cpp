@@ -10,15 +10,17 @@
 namespace tovar {
 namespace {
 
-constexpr UINT_PTR kEscapeKey = 1;
+constexpr UINT_PTR kCancelKeys = 1;
 
-/// Escape is Cancel also in message loops that know nothing of the dialog, such as those of archiver libraries.
+/// Escape is Cancel also in message loops that know nothing of the dialog, such as those of archiver libraries. Enter
+/// is not: it is the key that has just started the work, and may be held a moment too long.
 LRESULT CALLBACK cancelButton(HWND button, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
     if (message == WM_KEYDOWN && wParam == VK_ESCAPE) {
         ::SendMessageW(::GetParent(button), WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
                        reinterpret_cast<LPARAM>(button));
         return 0;
     }
+    if (message == WM_GETDLGCODE) return DLGC_BUTTON;  // never the default button
     if (message == WM_NCDESTROY) ::RemoveWindowSubclass(button, &cancelButton, id);
     return ::DefSubclassProc(button, message, wParam, lParam);
 }
@@ -45,7 +47,7 @@ void fArcProgress::show() {
 
 void fArcProgress::onLoad() {
     ::SendMessageW(control(IDC_PBAR1), PBM_SETRANGE32, 0, ProgressPresenter::kBarSteps);
-    ::SetWindowSubclass(control(IDCANCEL), &cancelButton, kEscapeKey, 0);
+    ::SetWindowSubclass(control(IDCANCEL), &cancelButton, kCancelKeys, 0);
     CenterDialog(hwnd(), owner_);
     presenter_.onLoad();
 }

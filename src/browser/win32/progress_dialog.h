@@ -14,8 +14,8 @@
 namespace tovar {
 
 /// The progress dialog `fArcProgress`. It stands over its owner while work runs in the same thread; meanwhile the owner
-/// takes no input. Escape and the close box are Cancel. The object outlives each of its calls, whatever messages run in
-/// it.
+/// takes no input. Escape and the close box are Cancel, Enter is not. The object outlives each of its calls, whatever
+/// messages run in it.
 class fArcProgress final : public ArcProgress, private Dialog, private ProgressView, private MessagePump {
 public:
     explicit fArcProgress(RegionalSettings regional) : presenter_(*this, *this, std::move(regional)) {}

@@ -7,6 +7,7 @@ namespace tovar {
 
 std::intptr_t Dialog::showModal(HWND owner, WORD templateId, std::wstring_view fontName) {
     fontName_ = fontName;
+    takesFocus_ = true;
     const VisualStyles styles;
     return ::DialogBoxParamW(moduleInstance(), MAKEINTRESOURCEW(templateId), owner, &Dialog::procedure,
                              reinterpret_cast<LPARAM>(this));
@@ -17,6 +18,7 @@ Dialog::~Dialog() { destroy(); }
 bool Dialog::create(HWND owner, WORD templateId, std::wstring_view fontName) {
     if (hwnd_ != nullptr) return false;
     fontName_ = fontName;
+    takesFocus_ = false;
     const VisualStyles styles;
     ::CreateDialogParamW(moduleInstance(), MAKEINTRESOURCEW(templateId), owner, &Dialog::procedure,
                          reinterpret_cast<LPARAM>(this));
@@ -52,7 +54,7 @@ INT_PTR Dialog::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_INITDIALOG:
             ApplyFont(hwnd_, fontName_, fonts_);
             onLoad();
-            return TRUE;
+            return takesFocus_ ? TRUE : FALSE;
         case WM_COMMAND:
             return onCommand(wParam) ? TRUE : FALSE;
         default:

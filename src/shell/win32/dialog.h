@@ -29,8 +29,8 @@ protected:
     /// Derived classes call destroy() in theirs, so that their handlers hear of it.
     virtual ~Dialog();
 
-    /// Creates the dialog beside its owner and returns; it is hidden unless its template says otherwise. Its keys work
-    /// in message loops that know of it (runPendingMessages).
+    /// Creates the dialog beside its owner and returns; it is hidden unless its template says otherwise, and takes no
+    /// focus. Its keys work in message loops that know of it (runPendingMessages).
     /// @return false on failure
     bool create(HWND owner, WORD templateId, std::wstring_view fontName);
     /// Destroys a dialog made by create; nothing happens without one.
@@ -51,6 +51,7 @@ private:
     INT_PTR answer(UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND hwnd_ = nullptr;
+    bool takesFocus_ = true;
     std::wstring fontName_;
     FormFonts fonts_;
 };

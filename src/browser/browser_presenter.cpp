@@ -29,6 +29,7 @@ BrowserPresenter::BrowserPresenter(BrowserView& view, const BrowserPorts& ports,
       driver_(ports.driver),
       files_(ports.files),
       regional_(ports.regional),
+      actions_(ports.actions),
       archiveFile_(archiveFile),
       archiveName_(FileNamePart(archiveFile)),
       formerOwner_(ports.driver.hWnd()),
@@ -36,33 +37,37 @@ BrowserPresenter::BrowserPresenter(BrowserView& view, const BrowserPorts& ports,
 
 void BrowserPresenter::onLoad() {
     view_.setTitle(archiveName_);
-    view_.enableGoUp(false);
+    updateCommands();
     view_.setStatus({});
 }
 
 void BrowserPresenter::onUnload() {
+    cancelWork();
     contents_.clear();
     current_.reset();
     driver_.setHWnd(formerOwner_);
 }
 
 bool BrowserPresenter::fill(std::wstring_view folderKey) {
-    if (filling_ || view_.hWnd() == nullptr) return false;
-    const ScopedFlag filling(filling_);
-    const std::wstring wanted(folderKey);
-    current_.reset();
-    selectedRows_ = 0;
-    contents_.clear();
-    folders_.clear();
-    view_.clear();
-    view_.enableGoUp(false);
-    driver_.setHWnd(view_.hWnd());
-    const std::uint32_t entryCount = driver_.SetArcFile(archiveFile_);
-    if (view_.hWnd() == nullptr) return false;
-    folders_.build(archiveName_, driver_.entries());
-    view_.showFolders();
-    selectAndShow(folders_.find(wanted).value_or(FolderModel::kRoot), Expand::Yes);
-    showArchiveStatus(entryCount);
+    if (isBusy() || view_.hWnd() == nullptr) return false;
+    {
+        const ScopedFlag filling(filling_);
+        const std::wstring wanted(folderKey);
+        current_.reset();
+        selectedRows_ = 0;
+        contents_.clear();
+        folders_.clear();
+        view_.clear();
+        updateCommands();
+        driver_.setHWnd(view_.hWnd());
+        const std::uint32_t entryCount = driver_.SetArcFile(archiveFile_);
+        if (view_.hWnd() == nullptr) return false;
+        folders_.build(archiveName_, driver_.entries());
+        view_.showFolders();
+        selectAndShow(folders_.find(wanted).value_or(FolderModel::kRoot), Expand::Yes);
+        showArchiveStatus(entryCount);
+    }
+    updateCommands();  // now that the archive is free for them
     return true;
 }
 
@@ -77,13 +82,21 @@ void BrowserPresenter::onGoUp() {
 
 void BrowserPresenter::onRowOpened(std::uint32_t row) {
     if (row >= contents_.rowCount()) return;
-    if (const auto folder = contents_.folderAt(row)) selectAndShow(*folder, Expand::No);
+    if (const auto folder = contents_.folderAt(row)) {
+        selectAndShow(*folder, Expand::No);
+    } else if (const auto entry = contents_.entryAt(row); entry && !isBusy() && offers(kOpen)) {
+        work([&](const ArchiveScene& scene) {
+            actions_->openMember(scene, *entry);
+            return false;
+        });
+    }
 }
 
 void BrowserPresenter::onRowsSelected(std::uint32_t count) {
     if (!current_) return;
     selectedRows_ = count;
     view_.setStatus(std::to_wstring(count) + L" Objects are selected.");
+    updateCommands();
 }
 
 void BrowserPresenter::onHeaderClicked(std::size_t column) {
@@ -102,7 +115,24 @@ void BrowserPresenter::showFolder(Folder folder) {
     view_.showContents();
     if (selectedRows_ != 0) onRowsSelected(0);
     showAddress();
-    view_.enableGoUp(folders_.parent(folder).has_value());
+    updateCommands();
+}
+
+bool BrowserPresenter::showMember(const MemberPlace& place) {
+    if (!current_ || place.folder >= folders_.size()) return false;
+    if (place.folder != *current_) selectAndShow(place.folder, Expand::No);
+    const auto row = contents_.rowOf(place.item);
+    if (!row) return false;
+    view_.showRow(*row);
+    onRowsSelected(1);
+    return true;
+}
+
+std::optional<MemberPlace> BrowserPresenter::currentPlace() const {
+    if (!current_) return std::nullopt;
+    const auto row = view_.focusedRow();
+    if (!row || *row >= contents_.rowCount()) return std::nullopt;
+    return MemberPlace{*current_, contents_.itemAt(*row)};
 }
 
 void BrowserPresenter::showAddress() {
@@ -120,7 +150,8 @@ void BrowserPresenter::onAddressEntered(std::wstring_view text) {
     // An address that names no folder, or the one shown, leaves the folder as it is; the box shows again where the user
     // is, however the address was written.
     const bool isHere = foldCase(key) == foldCase(folders_.key(*current_));
-    if (const auto folder = isHere ? std::nullopt : folderOfAddress(text, key)) {
+    const auto folder = isHere ? std::nullopt : folderOfAddress(text, key);
+    if (folder && *folder != *current_) {
         selectAndShow(*folder, Expand::Yes);
     } else {
         showAddress();

@@ -1,15 +1,21 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "browser/address_history.h"
+#include "browser/browser_actions.h"
+#include "browser/browser_commands.h"
 #include "browser/browser_view.h"
 #include "browser/contents_list.h"
 #include "browser/file_types.h"
 #include "browser/folder_model.h"
+#include "browser/member_search.h"
+#include "browser/view_style.h"
 #include "drivers/archive_driver.h"
 #include "shell/file_system.h"
 #include "shell/regional.h"
@@ -22,10 +28,12 @@ struct BrowserPorts {
     FileTypes& desktop;
     const FileSystem& files;
     RegionalSettings regional;
+    BrowserActions* actions = nullptr;  ///< without it nothing is extracted, opened, added or deleted
 };
 
-/// Decides what the archive browser shows: which folder, its address, its rows, the status texts. Events may arrive
-/// while the archive is being listed, because a library lets pending messages run; they find nothing to act on then.
+/// Decides what the archive browser shows: which folder, its address, its rows, the status texts, which commands are
+/// there. Events may arrive while the archive is being listed, because a library lets pending messages run; they find
+/// nothing to act on then. While a command works on the archive, others of the kind are turned away.
 class BrowserPresenter {
 public:
     /// @param archiveFile  full path of the archive
@@ -38,6 +46,10 @@ public:
     /// @return false when the archive is being listed already, or the window went away meanwhile
     bool fill(std::wstring_view folderKey);
     [[nodiscard]] bool isFilling() const noexcept { return filling_; }
+    /// The window is to be closed: a command that works on the archive ends as soon as it can.
+    void cancelWork() noexcept;
+    /// @return whether the archive is being listed or worked on; the window must not go then
+    [[nodiscard]] bool isBusy() const noexcept { return filling_ || working_; }
 
     /// The window has gone; the driver gets back the owner that it had before.
     void onUnload();
@@ -53,11 +65,27 @@ public:
     /// Escape was pressed in the address box.
     void onAddressAbandoned();
 
+    /// A command was chosen, in a menu, on the toolbar or by its key. Nothing happens when it is disabled.
+    void onCommand(BrowserCommand command);
+    /// The same for a folder of the tree; kOpen and mnuEditExtract.
+    void onFolderCommand(BrowserCommand command, Folder folder);
+    /// @return whether a command can be chosen now; true for `mnuView` and the menus inside menus
+    [[nodiscard]] bool isEnabled(BrowserCommand command) const;
+    [[nodiscard]] bool isFolderCommandEnabled(BrowserCommand command) const;
+    [[nodiscard]] ViewStyle viewStyle() const noexcept { return viewStyle_; }
+
     /// A row was double-clicked, or Enter pressed on it.
     void onRowOpened(std::uint32_t row);
     /// The selection has changed by the user's hand.
     void onRowsSelected(std::uint32_t count);
     void onHeaderClicked(std::size_t column);
+
+    /// Shows an item of the archive: its folder, and its row alone selected, with the focus, in sight. Where the
+    /// keyboard is does not change.
+    /// @return false when there is no such item, or no archive is shown
+    bool showMember(const MemberPlace& place);
+    /// @return where the row that has the focus belongs; nullopt when there is none
+    [[nodiscard]] std::optional<MemberPlace> currentPlace() const;
 
     [[nodiscard]] const FolderModel& folders() const noexcept { return folders_; }
     [[nodiscard]] const ContentsList& contents() const noexcept { return contents_; }
@@ -66,6 +94,20 @@ public:
 
 private:
     enum class Expand { No, Yes };
+
+    // Commands
+    [[nodiscard]] bool offers(BrowserCommand command) const;
+    [[nodiscard]] std::optional<std::uint32_t> rowToOpen() const;
+    [[nodiscard]] std::vector<ArchiveMember> selectedMembers() const;
+    /// Runs a command of the port. Others are turned away meanwhile.
+    /// @return whether the archive is to be listed again; false when the command threw, or the window is gone
+    bool work(const std::function<bool(const ArchiveScene&)>& run);
+    void extract(const std::vector<ArchiveMember>& members);
+    void deleteSelected();
+    void refresh();
+    void exit();
+    void setViewStyle(ViewStyle style);
+    void updateCommands();
 
     void showFolder(Folder folder);
     void selectAndShow(Folder folder, Expand expand);
@@ -77,6 +119,7 @@ private:
     ArchiveDriver& driver_;
     const FileSystem& files_;
     RegionalSettings regional_;
+    BrowserActions* actions_;
     std::wstring archiveFile_, archiveName_;
     WindowHandle formerOwner_ = nullptr;
     FolderModel folders_;
@@ -84,7 +127,9 @@ private:
     AddressHistory addresses_;
     std::optional<Folder> current_;
     std::uint32_t selectedRows_ = 0;
+    ViewStyle viewStyle_ = ViewStyle::Details;
     bool filling_ = false;
+    bool working_ = false;
 };
 
 }  // namespace tovar

@@ -1,10 +1,14 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
+#include <vector>
 
+#include "browser/browser_commands.h"
 #include "browser/folder_model.h"
+#include "browser/view_style.h"
 #include "shell/window_handle.h"
 
 namespace tovar {
@@ -33,14 +37,31 @@ public:
     /// @param newRows  for each row from before the row where it is now
     virtual void moveRows(std::span<const std::uint32_t> newRows) = 0;
 
+    /// Selects one row and no other, gives it the focus and brings it in sight.
+    virtual void showRow(std::uint32_t row) = 0;
+
     /// Appends an entry to the address box's history.
     virtual void addAddress(std::wstring_view address) = 0;
     /// Chooses an entry of the history, counted from 0, and shows its text.
     virtual void chooseAddress(std::size_t index) = 0;
     virtual void moveAddressCaretToEnd() = 0;
 
-    virtual void enableGoUp(bool enabled) = 0;
+    /// Shows the same rows in another style, with the texts that they have now. The selection stays.
+    virtual void setViewStyle(ViewStyle style) = 0;
+    /// @return the number of rows selected afterwards
+    virtual std::uint32_t selectAll() = 0;
+    /// @return the number of rows selected afterwards
+    virtual std::uint32_t invertSelection() = 0;
+    /// @return from top to bottom
+    [[nodiscard]] virtual std::vector<std::uint32_t> selectedRows() const = 0;
+    /// @return the row that the keyboard is at; nullopt when there is none
+    [[nodiscard]] virtual std::optional<std::uint32_t> focusedRow() const = 0;
+
+    /// Enables or disables what the user always sees of a command: `mnuEdit`, or a button of the toolbar.
+    virtual void enable(BrowserCommand command, bool enabled) = 0;
     virtual void setStatus(std::wstring_view text) = 0;
+    /// Closes the window as its user would. It may be gone only after the call.
+    virtual void close() = 0;
 };
 
 }  // namespace tovar

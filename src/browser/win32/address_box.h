@@ -26,6 +26,8 @@ public:
     /// The window that holds the box is about to go.
     void release();
     [[nodiscard]] HWND hwnd() const noexcept { return box_; }
+    /// The text field in it.
+    [[nodiscard]] HWND edit() const noexcept { return edit_; }
     /// The word before the box, which also names it for screen readers.
     [[nodiscard]] HWND label() const noexcept { return label_; }
     /// @return pixels

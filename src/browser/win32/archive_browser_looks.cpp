@@ -17,8 +17,8 @@ constexpr int kMargin = 4, kLeastWidth = 320, kLeastHeight = 200, kAddressRows =
 void fArcMain::applyFonts() {
     UniqueFont font(createMessageFont(dpi_));
     if (font != nullptr) {
-        for (const HWND control :
-             {toolbar_.hwnd(), address_.label(), address_.hwnd(), tree_.hwnd(), list_.hwnd(), status_}) {
+        for (const HWND control : {menuBand_.hwnd(), toolbar_.hwnd(), address_.label(), address_.hwnd(), tree_.hwnd(),
+                                   list_.hwnd(), status_}) {
             ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
         }
         std::swap(systemFont_, font);
@@ -30,6 +30,7 @@ void fArcMain::applyFonts() {
 
 void fArcMain::setScale(int dpi) {
     dpi_ = dpi;
+    toolbar_.setScale(dpi);
     applyFonts();
     layOut();
 }
@@ -73,12 +74,13 @@ void fArcMain::layOut() {
     RECT status, box;
     ::GetWindowRect(status_, &status);
     ::GetWindowRect(address_.hwnd(), &box);
-    const SIZE buttons = toolbar_.size();
+    const SIZE menus = menuBand_.size(), buttons = toolbar_.size();
     const int boxHeight = box.bottom - box.top;
     const int rowHeight = std::max<int>(buttons.cy, boxHeight);
     const int labelLeft = margin + buttons.cx + 2 * margin, labelWidth = address_.labelWidth();
     const int boxLeft = labelLeft + labelWidth + 2 * margin;
-    const int panesTop = margin + rowHeight + margin;
+    const int rowTop = static_cast<int>(menus.cy) + margin;
+    const int panesTop = rowTop + rowHeight + margin;
     const int paneHeight = std::max<int>(client.bottom - (status.bottom - status.top) - panesTop, 0);
     splitter_.layOut(client.right, dpi_);
     const int barLeft = splitter_.left(), barRight = splitter_.right();
@@ -87,9 +89,10 @@ void fArcMain::layOut() {
         int x, y, width, height;
     };
     const Place places[] = {
-        {toolbar_.hwnd(), margin, margin + (rowHeight - static_cast<int>(buttons.cy)) / 2, buttons.cx, buttons.cy},
-        {address_.label(), labelLeft, margin + (rowHeight - boxHeight) / 2, labelWidth, boxHeight},
-        {address_.hwnd(), boxLeft, margin + (rowHeight - boxHeight) / 2,
+        {menuBand_.hwnd(), 0, 0, menus.cx, menus.cy},
+        {toolbar_.hwnd(), margin, rowTop + (rowHeight - static_cast<int>(buttons.cy)) / 2, buttons.cx, buttons.cy},
+        {address_.label(), labelLeft, rowTop + (rowHeight - boxHeight) / 2, labelWidth, boxHeight},
+        {address_.hwnd(), boxLeft, rowTop + (rowHeight - boxHeight) / 2,
          std::max<int>(client.right - boxLeft - margin, 0), boxHeight * kAddressRows},
         {tree_.hwnd(), 0, panesTop, barLeft, paneHeight},
         {splitter_.hwnd(), barLeft, panesTop, barRight - barLeft, paneHeight},

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 #include "browser/win32/browser_controls.h"
+#include "browser/win32/browser_messages.h"
 #include "shell/win32/message_map.h"
 
 // What the browser window answers to messages.
@@ -14,11 +16,6 @@ namespace {
 
 // Since Windows 8.1 and 10; older headers do not have them.
 constexpr UINT kDpiChanged = 0x02E0, kDpiChangedAfterParent = 0x02E3;
-
-// Posted to itself: the keyboard has come to one of the controls, or left it.
-constexpr UINT kFocusMoved = WM_APP;
-// Posted to itself: a folder of the tree was closed.
-constexpr UINT kFolderClosed = WM_APP + 1;
 
 template <class Notification>
 Notification& as(NMHDR& header) {
@@ -37,6 +34,12 @@ std::optional<LRESULT> fArcMain::onMessage(UINT message, WPARAM wParam, LPARAM l
         {WM_SETFOCUS, &fArcMain::onFocus},
         {kFocusMoved, &fArcMain::onFocusMoved},
         {kFolderClosed, &fArcMain::onFolderClosed},
+        {kOpenBandMenu, &fArcMain::onOpenBandMenu},
+        {kShowContextMenu, &fArcMain::onShowContextMenu},
+        {kRunCommand, &fArcMain::onRunCommand},
+        {kOpenRow, &fArcMain::onOpenRow},
+        {WM_MENUSELECT, &fArcMain::onMenuSelect},
+        {WM_CONTEXTMENU, &fArcMain::onContextMenu},
         {WM_MOUSEACTIVATE, &fArcMain::onMouseActivate},
         {WM_COMMAND, &fArcMain::onCommand},
         {WM_NOTIFY, &fArcMain::onNotify},
@@ -84,16 +87,27 @@ std::optional<LRESULT> fArcMain::onMouseActivate(WPARAM, LPARAM) {
 
 std::optional<LRESULT> fArcMain::onCommand(WPARAM wParam, LPARAM) {
     static constexpr CommandRoute<fArcMain> routes[] = {
-        {GoUp, BN_CLICKED, &fArcMain::onGoUp},
         {cmbURL, CBN_SELENDOK, &fArcMain::onAddressChosen},
         {cmbURL, CBN_SETFOCUS, &fArcMain::onControlFocus},
         {cmbURL, CBN_KILLFOCUS, &fArcMain::onControlFocus},
     };
-    return dispatchCommand(*this, routes, wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+    if (dispatchCommand(*this, routes, wParam)) return 0;
+    // Of a menu, a button or an accelerator key of the host.
+    const CommandDescription* const command = HIWORD(wParam) <= 1 ? describe(LOWORD(wParam)) : nullptr;
+    if (command == nullptr) return std::nullopt;
+    runCommand(command->command);
+    return 0;
 }
 
 std::optional<LRESULT> fArcMain::onNotify(WPARAM, LPARAM lParam) {
+    // A list of very many rows may tell of each.
+    const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+    if (header.code == LVN_ITEMCHANGED && header.idFrom == LV1 && list_.isChanging()) return 0;
     static constexpr NotifyRoute<fArcMain> routes[] = {
+        {kMenuBand, TBN_DROPDOWN, &fArcMain::onBandDropDown},
+        {Add, TTN_GETDISPINFOW, &fArcMain::onHint},
+        {Extract, TTN_GETDISPINFOW, &fArcMain::onHint},
+        {GoUp, TTN_GETDISPINFOW, &fArcMain::onHint},
         {TV1, NM_SETFOCUS, &fArcMain::onPaneFocus},
         {TV1, NM_KILLFOCUS, &fArcMain::onPaneFocus},
         {LV1, NM_SETFOCUS, &fArcMain::onPaneFocus},
@@ -114,8 +128,6 @@ std::optional<LRESULT> fArcMain::onNotify(WPARAM, LPARAM lParam) {
     };
     return dispatchNotify(*this, routes, lParam);
 }
-
-void fArcMain::onGoUp() { presenter_.onGoUp(); }
 
 void fArcMain::onAddressChosen() { presenter_.onAddressEntered(address_.chosenText()); }
 
@@ -183,7 +195,14 @@ LRESULT fArcMain::onListEnter(NMHDR&) {
 }
 
 void fArcMain::openRow(int row) {
-    if (row >= 0) presenter_.onRowOpened(static_cast<std::uint32_t>(row));
+    if (row < 0 || static_cast<std::uint32_t>(row) >= presenter_.contents().rowCount()) return;
+    rowToOpen_ = static_cast<std::uint32_t>(row);
+    // Messages run while a file is opened, and the list may go with its window: not inside the list's own message.
+    if (presenter_.contents().folderAt(*rowToOpen_)) {
+        onOpenRow(0, 0);
+    } else {
+        ::PostMessageW(hwnd(), kOpenRow, 0, 0);
+    }
 }
 
 LRESULT fArcMain::onListKey(NMHDR& header) {
@@ -198,9 +217,6 @@ LRESULT fArcMain::onListHeader(NMHDR& header) {
 
 bool fArcMain::onNavigationKey(WORD key) {
     switch (key) {
-        case VK_BACK:
-            presenter_.onGoUp();
-            return true;
         case VK_TAB:
             moveFocus(::GetKeyState(VK_SHIFT) < 0);
             return true;

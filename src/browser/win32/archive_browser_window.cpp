@@ -29,7 +29,8 @@ fArcMain::fArcMain(const BrowserRequest& request, const BrowserWindowPorts& port
       desktop_(ports.desktop),
       fontName_(request.fontName),
       icon_(iconOfFile(request.archiveFile)),
-      presenter_(*this, {*request.driver, ports.desktop, ports.files, ports.regional}, request.archiveFile) {
+      presenter_(*this, {*request.driver, ports.desktop, ports.files, ports.regional, ports.actions},
+                 request.archiveFile) {
     const VisualStyles styles;
     Description description;
     description.className = kClassName;
@@ -48,7 +49,7 @@ bool fArcMain::FillControl(std::wstring_view folderKey) {
     } catch (...) {
         // Memory is short: the window stays, as far as it came.
     }
-    if (closeWanted_ && !presenter_.isFilling()) destroy();
+    if (closeWanted_ && !presenter_.isBusy()) destroy();
     return filled && hwnd() != nullptr;
 }
 
@@ -81,18 +82,20 @@ std::optional<LRESULT> fArcMain::onCreate(WPARAM, LPARAM) {
 bool fArcMain::createControls() {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
     ::InitCommonControlsEx(&classes);
-    if (!toolbar_.create(hwnd()) || !address_.create(hwnd(), *this, messages_) || !tree_.create(hwnd()) ||
-        !splitter_.create(hwnd()) || !list_.create(hwnd(), messages_)) {
+    if (!menuBand_.create(hwnd(), *this) || !toolbar_.create(hwnd()) || !address_.create(hwnd(), *this, messages_) ||
+        !tree_.create(hwnd()) || !splitter_.create(hwnd()) || !list_.create(hwnd(), *this, messages_)) {
         return false;
     }
     status_ = createControl(hwnd(), STATUSCLASSNAMEW, L"", SBARS_SIZEGRIP, 0, sBar1);
     if (status_ == nullptr) return false;
+    if (!watchKeys(tree_.hwnd(), *this) || !watchKeys(address_.edit(), *this, PaneKind::TextField)) return false;
     tree_.setIcons(desktop_.ofFolder().icon, desktop_.openFolderIcon());
     lastFocus_ = list_.hwnd();
     return true;
 }
 
 std::optional<LRESULT> fArcMain::onDestroy(WPARAM, LPARAM) {
+    menuBand_.release();
     address_.release();
     list_.release();
     presenter_.onUnload();
@@ -105,7 +108,8 @@ void fArcMain::onGone() {
 
 std::optional<LRESULT> fArcMain::onClose(WPARAM, LPARAM) {
     closeWanted_ = true;
-    if (!presenter_.isFilling()) destroy();
+    presenter_.cancelWork();
+    if (!presenter_.isBusy()) destroy();
     return 0;
 }
 
@@ -116,6 +120,7 @@ void fArcMain::clear() {
         const ScopedFlag selecting(selecting_);
         tree_.clear();
     }
+    rowToOpen_.reset();
     list_.clear();
 }
 
@@ -129,17 +134,23 @@ void fArcMain::selectFolder(Folder folder, bool expand) {
     tree_.select(folder, expand);
 }
 
-void fArcMain::showContents() { list_.show(presenter_.contents()); }
+void fArcMain::showContents() {
+    rowToOpen_.reset();
+    list_.show(presenter_.contents());
+}
 
-void fArcMain::moveRows(std::span<const std::uint32_t> newRows) { list_.moveRows(newRows); }
+void fArcMain::moveRows(std::span<const std::uint32_t> newRows) {
+    rowToOpen_.reset();
+    list_.moveRows(newRows);
+}
+
+void fArcMain::showRow(std::uint32_t row) { list_.showRow(static_cast<int>(row)); }
 
 void fArcMain::addAddress(std::wstring_view address) { address_.add(address); }
 
 void fArcMain::chooseAddress(std::size_t index) { address_.choose(index); }
 
 void fArcMain::moveAddressCaretToEnd() { address_.moveCaretToEnd(); }
-
-void fArcMain::enableGoUp(bool enabled) { toolbar_.enable(GoUp, enabled); }
 
 void fArcMain::setStatus(std::wstring_view text) {
     ::SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(std::wstring(text).c_str()));

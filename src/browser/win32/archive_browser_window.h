@@ -6,8 +6,10 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "browser/archive_browser.h"
+#include "browser/browser_actions.h"
 #include "browser/browser_presenter.h"
 #include "browser/browser_view.h"
 #include "browser/file_types.h"
@@ -15,6 +17,8 @@
 #include "browser/win32/browser_toolbar.h"
 #include "browser/win32/contents_view.h"
 #include "browser/win32/folder_tree.h"
+#include "browser/win32/menu_band.h"
+#include "browser/win32/pane_keys.h"
 #include "browser/win32/splitter.h"
 #include "shell/file_system.h"
 #include "shell/message_boxes.h"
@@ -31,6 +35,7 @@ struct BrowserWindowPorts {
     FileTypes& desktop;
     MessageBoxes& messages;
     RegionalSettings regional;
+    BrowserActions* actions = nullptr;  ///< without it the window shows archives and does nothing with them
 };
 
 /// The archive browser window `fArcMain`: a folder tree beside a contents list, an address box and a toolbar above
@@ -39,7 +44,9 @@ class fArcMain final : public ArchiveBrowser,
                        private Window,
                        private BrowserView,
                        private AddressKeys,
-                       private SplitterOwner {
+                       private SplitterOwner,
+                       private MenuBandOwner,
+                       private PaneKeys {
 public:
     /// Creates the window, hidden; hWnd() is null when that failed.
     fArcMain(const BrowserRequest& request, const BrowserWindowPorts& ports, std::function<void()> onUnloaded);
@@ -63,11 +70,18 @@ private:
     void selectFolder(Folder folder, bool expand) override;
     void showContents() override;
     void moveRows(std::span<const std::uint32_t> newRows) override;
+    void showRow(std::uint32_t row) override;
     void addAddress(std::wstring_view address) override;
     void chooseAddress(std::size_t index) override;
     void moveAddressCaretToEnd() override;
-    void enableGoUp(bool enabled) override;
+    void setViewStyle(ViewStyle style) override;
+    std::uint32_t selectAll() override;
+    std::uint32_t invertSelection() override;
+    [[nodiscard]] std::vector<std::uint32_t> selectedRows() const override;
+    [[nodiscard]] std::optional<std::uint32_t> focusedRow() const override;
+    void enable(BrowserCommand command, bool enabled) override;
     void setStatus(std::wstring_view text) override;
+    void close() override;
 
     // AddressKeys
     void onAddressEnter() override;
@@ -78,6 +92,14 @@ private:
     void onSplitterMoved() override;
     int onSplitterFit() override;
     void onSplitterLeave(bool backwards) override;
+
+    // MenuBandOwner
+    [[nodiscard]] UniqueMenu makeBandMenu(BrowserMenu menu) override;
+    void onBandCommand(BrowserCommand command) override;
+
+    // PaneKeys
+    bool onPaneKey(HWND pane, const KeyStroke& key) override;
+    bool onPaneAltLetter(wchar_t letter) override;
 
     // Messages
     std::optional<LRESULT> onCreate(WPARAM, LPARAM);
@@ -91,15 +113,22 @@ private:
     std::optional<LRESULT> onMouseActivate(WPARAM, LPARAM);
     std::optional<LRESULT> onScaleChanged(WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> onScaleOfHostChanged(WPARAM, LPARAM);
+    std::optional<LRESULT> onOpenBandMenu(WPARAM letter, LPARAM menu);
+    std::optional<LRESULT> onMenuSelect(WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> onContextMenu(WPARAM pane, LPARAM place);
+    std::optional<LRESULT> onShowContextMenu(WPARAM pane, LPARAM place);
+    std::optional<LRESULT> onRunCommand(WPARAM command, LPARAM);
+    std::optional<LRESULT> onOpenRow(WPARAM, LPARAM);
     std::optional<LRESULT> onCommand(WPARAM wParam, LPARAM);
     std::optional<LRESULT> onNotify(WPARAM, LPARAM lParam);
 
     // Commands
-    void onGoUp();
     void onAddressChosen();
     void onControlFocus();
 
     // Notifications
+    LRESULT onBandDropDown(NMHDR& header);
+    LRESULT onHint(NMHDR& header);
     LRESULT onPaneFocus(NMHDR& header);
     LRESULT onTreeExpanding(NMHDR& header);
     LRESULT onTreeExpanded(NMHDR& header);
@@ -119,6 +148,11 @@ private:
     void followScale();
     void layOut();
     void openRow(int row);
+    void runCommand(BrowserCommand command);
+    /// Runs what lets messages run; the window may be gone afterwards.
+    void runToTheEnd(const std::function<void()>& run);
+    void showListMenu(LPARAM place);
+    void showTreeMenu(LPARAM place);
     void moveFocus(bool backwards);
     bool onNavigationKey(WORD key);
 
@@ -131,6 +165,7 @@ private:
     UniqueIcon icon_;
     HWND status_ = nullptr;
     HWND lastFocus_ = nullptr;
+    MenuBand menuBand_;
     BrowserToolbar toolbar_;
     AddressBox address_;
     FolderTree tree_;
@@ -139,6 +174,7 @@ private:
     int dpi_ = USER_DEFAULT_SCREEN_DPI;  ///< what everything is shown at
     int systemDpi_ = 0;                  ///< what the system said last
     BrowserPresenter presenter_;
+    std::optional<std::uint32_t> rowToOpen_;
     bool selecting_ = false;  ///< the selection in the tree changes by the program's hand now
     bool captionActive_ = false;
     bool closeWanted_ = false;

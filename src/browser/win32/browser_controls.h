@@ -11,6 +11,7 @@ enum BrowserControl : int {
     LV1,
     sBar1,
     kAddressLabel,
+    kMenuBand,
     kSplitter,
 };
 

@@ -26,30 +26,33 @@ int formatOf(ColumnAlignment alignment) {
     }
 }
 
+LONG_PTR styleBits(ViewStyle style) {
+    switch (style) {
+        case ViewStyle::LargeIcons:
+            return LVS_ICON;
+        case ViewStyle::SmallIcons:
+            return LVS_SMALLICON;
+        case ViewStyle::List:
+            return LVS_LIST;
+        default:
+            return LVS_REPORT;
+    }
+}
+
 }  // namespace
 
-bool ContentsView::create(HWND parent, MessageBoxes& messages) {
+bool ContentsView::create(HWND parent, PaneKeys& keys, MessageBoxes& messages) {
     list_ = createControl(parent, WC_LISTVIEWW, L"Contents",
-                          WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE, LV1);
+                          WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_AUTOARRANGE,
+                          WS_EX_CLIENTEDGE, LV1);
     if (list_ == nullptr) return false;
     constexpr DWORD kExtended = LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_DOUBLEBUFFER;
     ::SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
-    const LONG_PTR former = ::SetWindowLongPtrW(list_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&keyProcedure));
-    ::SetWindowLongPtrW(list_, GWLP_USERDATA, former);
+    if (!watchKeys(list_, keys)) return false;
     ShareImageLists(list_);
     AttachSystemImageList(list_, true);
     Subclass(list_, &ListViewWindowProc, this, messages);
     return true;
-}
-
-// A host that treats its window as a dialog would take Enter for its own default button.
-LRESULT CALLBACK ContentsView::keyProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    const auto former = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-    const LRESULT answer = ::CallWindowProcW(former, window, message, wParam, lParam);
-    if (message != WM_GETDLGCODE || lParam == 0) return answer;
-    const auto& key = *reinterpret_cast<const MSG*>(lParam);
-    const bool isEnter = key.message == WM_KEYDOWN && key.wParam == VK_RETURN;
-    return isEnter ? answer | DLGC_WANTMESSAGE : answer;
 }
 
 void ContentsView::release() {
@@ -119,14 +122,93 @@ void ContentsView::moveRows(std::span<const std::uint32_t> newRows) {
         setState(static_cast<int>(newRows[static_cast<std::size_t>(focused)]), LVIS_FOCUSED, LVIS_FOCUSED);
     }
     if (selectedCount() == newRows.size()) return;
-    std::vector<std::uint32_t> selected;
+    std::vector<std::uint32_t> rows = selectedRows();
+    std::erase_if(rows, [&](std::uint32_t row) { return row >= newRows.size(); });
+    for (std::uint32_t& row : rows) row = newRows[row];
+    std::sort(rows.begin(), rows.end());
+    selectOnly(rows);
+}
+
+void ContentsView::setStyle(ViewStyle style) {
+    const Changing changing(*this);
+    const RedrawPause pause(list_);
+    const LONG_PTR former = ::GetWindowLongPtrW(list_, GWL_STYLE);
+    const LONG_PTR wanted = (former & ~static_cast<LONG_PTR>(LVS_TYPEMASK)) | styleBits(style);
+    if (wanted != former) ::SetWindowLongPtrW(list_, GWL_STYLE, wanted);
+    const int focused = focusedRow();
+    if (focused >= 0) ::SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(focused), FALSE);
+}
+
+void ContentsView::selectAll() {
+    const Changing changing(*this);
+    const RedrawPause pause(list_);
+    setState(kEveryRow, LVIS_SELECTED, LVIS_SELECTED);
+}
+
+// A list sets all its rows at once, but parts of them only row by row: the smaller part is the one to touch.
+void ContentsView::invertSelection() {
+    const Changing changing(*this);
+    const RedrawPause pause(list_);
+    const auto count = static_cast<std::uint32_t>(::SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0));
+    const std::vector<std::uint32_t> rows = selectedRows();
+    if (rows.size() <= count / 2) {
+        setState(kEveryRow, LVIS_SELECTED, LVIS_SELECTED);
+        for (const std::uint32_t row : rows) setState(static_cast<int>(row), 0, LVIS_SELECTED);
+        return;
+    }
+    std::vector<std::uint32_t> others;
+    others.reserve(count - rows.size());
+    auto next = rows.begin();
+    for (std::uint32_t row = 0; row < count; ++row) {
+        if (next != rows.end() && *next == row) {
+            ++next;
+        } else {
+            others.push_back(row);
+        }
+    }
+    selectOnly(others);
+}
+
+void ContentsView::selectOnly(const std::vector<std::uint32_t>& rows) {
+    setState(kEveryRow, 0, LVIS_SELECTED);
+    for (const std::uint32_t row : rows) setState(static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
+}
+
+void ContentsView::showRow(int row) {
+    const Changing changing(*this);
+    {
+        const RedrawPause pause(list_);
+        setState(kEveryRow, 0, LVIS_SELECTED);
+        setState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+        ::SendMessageW(list_, LVM_SETSELECTIONMARK, 0, row);  // a selection with Shift goes on from here
+    }
+    ::SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
+
+std::vector<std::uint32_t> ContentsView::selectedRows() const {
+    std::vector<std::uint32_t> rows;
+    rows.reserve(selectedCount());
     for (LRESULT row = -1;
          (row = ::SendMessageW(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(row), LVNI_SELECTED)) >= 0;) {
-        if (static_cast<std::size_t>(row) < newRows.size()) selected.push_back(newRows[static_cast<std::size_t>(row)]);
+        rows.push_back(static_cast<std::uint32_t>(row));
     }
-    std::sort(selected.begin(), selected.end());
-    setState(kEveryRow, 0, LVIS_SELECTED);
-    for (const std::uint32_t row : selected) setState(static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
+    return rows;
+}
+
+RECT ContentsView::placeOfRow(int row) const {
+    RECT place{LVIR_SELECTBOUNDS, 0, 0, 0}, client{}, seen{};
+    ::GetClientRect(list_, &client);
+    if (::SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place)) == FALSE ||
+        ::IntersectRect(&seen, &place, &client) == FALSE) {
+        return {};
+    }
+    return seen;
+}
+
+int ContentsView::rowAt(POINT point) const {
+    LVHITTESTINFO hit{};
+    hit.pt = point;
+    return static_cast<int>(::SendMessageW(list_, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
 }
 
 void ContentsView::setState(int row, UINT state, UINT mask) {

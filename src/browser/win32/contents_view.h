@@ -8,17 +8,20 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "browser/contents_list.h"
+#include "browser/view_style.h"
+#include "browser/win32/pane_keys.h"
 #include "shell/message_boxes.h"
 
 namespace tovar {
 
-/// The contents list `LV1`: a report whose rows are asked for when they are painted.
+/// The contents list `LV1`: rows that are asked for when they are painted, as a report or in another style.
 class ContentsView {
 public:
     /// @return false on failure
-    bool create(HWND parent, MessageBoxes& messages);
+    bool create(HWND parent, PaneKeys& keys, MessageBoxes& messages);
     /// The window that holds the list is about to go.
     void release();
     [[nodiscard]] HWND hwnd() const noexcept { return list_; }
@@ -29,6 +32,20 @@ public:
     void show(const ContentsList& contents);
     /// Takes the selection along to the rows' new places.
     void moveRows(std::span<const std::uint32_t> newRows);
+
+    /// Shows the same rows in another style. The selection stays, and the row with the focus in sight.
+    void setStyle(ViewStyle style);
+    void selectAll();
+    void invertSelection();
+    /// Selects one row and no other, gives it the focus and brings it in sight.
+    void showRow(int row);
+    /// @return from top to bottom
+    [[nodiscard]] std::vector<std::uint32_t> selectedRows() const;
+    /// @return where a row's icon and name are, in the list's own coordinates; empty for a row that is not in sight
+    [[nodiscard]] RECT placeOfRow(int row) const;
+    /// @param point  in the list's own coordinates
+    /// @return the row there; -1 = none
+    [[nodiscard]] int rowAt(POINT point) const;
 
     /// @return whether the selection changes by the program's hand now
     [[nodiscard]] bool isChanging() const noexcept { return changing_ != 0; }
@@ -53,11 +70,10 @@ private:
         ContentsView& view_;
     };
 
-    static LRESULT CALLBACK keyProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-
     void showColumns();
     void showSortArrow();
     void setState(int row, UINT state, UINT mask);
+    void selectOnly(const std::vector<std::uint32_t>& rows);
 
     HWND list_ = nullptr;
     const ContentsList* contents_ = nullptr;

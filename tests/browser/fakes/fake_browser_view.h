@@ -1,4 +1,6 @@
 #pragma once
+#include <algorithm>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,8 +19,14 @@ public:
     std::vector<std::wstring> addresses;  ///< the history
     std::wstring address;
     bool goUpEnabled = true;
-    int timesCleared = 0, timesFoldersShown = 0, timesContentsShown = 0, timesCaretMoved = 0;
+    std::map<BrowserCommand, bool> enabled;  ///< as it was told last
+    ViewStyle style = ViewStyle::Details;
+    std::uint32_t rowCount = 0;  ///< what can be selected
+    std::vector<std::uint32_t> selection;
+    std::optional<std::uint32_t> focus;
+    int timesClosed = 0, timesCleared = 0, timesFoldersShown = 0, timesContentsShown = 0, timesCaretMoved = 0;
     std::vector<std::uint32_t> newRows;
+    std::vector<std::uint32_t> shownRows;  ///< brought in sight, one after the other
 
     [[nodiscard]] WindowHandle hWnd() const override { return window; }
     void setTitle(std::wstring_view text) override { title = text; }
@@ -34,10 +42,34 @@ public:
     }
     void showContents() override { ++timesContentsShown; }
     void moveRows(std::span<const std::uint32_t> rows) override { newRows.assign(rows.begin(), rows.end()); }
+    void showRow(std::uint32_t row) override {
+        selection = {row};
+        focus = row;
+        shownRows.push_back(row);
+    }
     void addAddress(std::wstring_view text) override { addresses.emplace_back(text); }
     void chooseAddress(std::size_t index) override { address = addresses.at(index); }
     void moveAddressCaretToEnd() override { ++timesCaretMoved; }
-    void enableGoUp(bool enabled) override { goUpEnabled = enabled; }
+    void setViewStyle(ViewStyle newStyle) override { style = newStyle; }
+    std::uint32_t selectAll() override {
+        selection.clear();
+        return invertSelection();
+    }
+    std::uint32_t invertSelection() override {
+        std::vector<std::uint32_t> inverted;
+        for (std::uint32_t row = 0; row < rowCount; ++row) {
+            if (std::ranges::find(selection, row) == selection.end()) inverted.push_back(row);
+        }
+        selection = inverted;
+        return static_cast<std::uint32_t>(selection.size());
+    }
+    [[nodiscard]] std::vector<std::uint32_t> selectedRows() const override { return selection; }
+    [[nodiscard]] std::optional<std::uint32_t> focusedRow() const override { return focus; }
+    void enable(BrowserCommand command, bool isEnabled) override {
+        enabled[command] = isEnabled;
+        if (command == GoUp) goUpEnabled = isEnabled;
+    }
+    void close() override { ++timesClosed; }
     void setStatus(std::wstring_view text) override { status = text; }
 };
 

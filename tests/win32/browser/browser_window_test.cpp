@@ -52,8 +52,10 @@ TEST_F(BrowserWindowTest, HasItsControls) {
         EXPECT_STREQ(className.data(), expected);
         EXPECT_NE(::GetWindowLongPtrW(control(id), GWL_STYLE) & WS_VISIBLE, 0);
     }
-    EXPECT_EQ(send(kToolbar, TB_BUTTONCOUNT), 1);
-    EXPECT_EQ(send(kToolbar, TB_COMMANDTOINDEX, GoUp), 0);
+    EXPECT_EQ(send(kToolbar, TB_BUTTONCOUNT), 3);
+    EXPECT_EQ(send(kToolbar, TB_COMMANDTOINDEX, Add), 0);
+    EXPECT_EQ(send(kToolbar, TB_COMMANDTOINDEX, Extract), 1);
+    EXPECT_EQ(send(kToolbar, TB_COMMANDTOINDEX, GoUp), 2);
 }
 
 TEST_F(BrowserWindowTest, ShowsAnArchiveInsideTheHost) {

@@ -1,0 +1,53 @@
+#pragma once
+#include <functional>
+#include <set>
+#include <vector>
+
+#include "browser/browser_actions.h"
+
+namespace tovar::test {
+
+/// Remembers what it was asked for.
+class FakeBrowserActions final : public BrowserActions {
+public:
+    std::set<BrowserCommand> offered{kOpen, mnuEditExtract, mnuEditAdd, mnuEditDelete};
+    std::function<void()> whileWorking;
+    bool changesArchive = false;
+
+    std::vector<std::vector<ArchiveMember>> extracted, deleted;
+    std::vector<std::uint32_t> opened;
+    std::vector<Folder> addedTo;
+    std::vector<WindowHandle> owners;
+    std::vector<std::wstring> archives;
+    int timesCancelled = 0;
+
+    [[nodiscard]] bool offers(BrowserCommand command) const override { return offered.contains(command); }
+    void extract(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override {
+        extracted.push_back(members);
+        work(scene);
+    }
+    void openMember(const ArchiveScene& scene, std::uint32_t entry) override {
+        opened.push_back(entry);
+        work(scene);
+    }
+    bool addFiles(const ArchiveScene& scene) override {
+        addedTo.push_back(scene.folder);
+        work(scene);
+        return changesArchive;
+    }
+    bool deleteMembers(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override {
+        deleted.push_back(members);
+        work(scene);
+        return changesArchive;
+    }
+    void cancel() noexcept override { ++timesCancelled; }
+
+private:
+    void work(const ArchiveScene& scene) {
+        owners.push_back(scene.owner);
+        archives.push_back(scene.archiveFile);
+        if (whileWorking) whileWorking();
+    }
+};
+
+}  // namespace tovar::test

@@ -11,9 +11,11 @@ namespace {
 class DesktopBrowser final : public ArchiveBrowser {
 public:
     DesktopBrowser(const BrowserRequest& request, const FileSystem& files, MessageBoxes& messages,
-                   std::function<void()> onUnloaded)
+                   std::unique_ptr<BrowserActions> actions, std::function<void()> onUnloaded)
         : desktop_(request.workFolder),
-          window_(request, {files, desktop_, messages, loadRegionalSettings()}, std::move(onUnloaded)) {}
+          actions_(std::move(actions)),
+          window_(request, {files, desktop_, messages, loadRegionalSettings(), actions_.get()},
+                  std::move(onUnloaded)) {}
 
     [[nodiscard]] WindowHandle hWnd() const override { return window_.hWnd(); }
     bool FillControl(std::wstring_view folderKey) override { return window_.FillControl(folderKey); }
@@ -23,6 +25,7 @@ public:
 
 private:
     SystemFileTypes desktop_;
+    std::unique_ptr<BrowserActions> actions_;
     fArcMain window_;
 };
 
@@ -30,7 +33,9 @@ private:
 
 std::unique_ptr<ArchiveBrowser> WindowsBrowserFactory::create(const BrowserRequest& request,
                                                               std::function<void()> onUnloaded) {
-    auto browser = std::make_unique<DesktopBrowser>(request, files_, messages_, std::move(onUnloaded));
+    auto actions = makeActions_ ? makeActions_(request) : nullptr;
+    auto browser =
+        std::make_unique<DesktopBrowser>(request, files_, messages_, std::move(actions), std::move(onUnloaded));
     if (browser->hWnd() == nullptr) return nullptr;
     return browser;
 }

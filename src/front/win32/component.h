@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "browser/win32/archive_actions_factory.h"
 #include "browser/win32/browser_factory.h"
 #include "drivers/archiver_libraries.h"
 #include "drivers/library_finder.h"
@@ -60,7 +61,9 @@ private:
     WindowsMousePointer pointer_;
     WindowsMessagePump pump_;
     WindowsWindowSystem windows_;
-    WindowsBrowserFactory browsers_{files_, messages_};
+    ArchiveActionsFactory actions_{workFolder_, paths_, files_, messages_, pump_};
+    WindowsBrowserFactory browsers_{files_, messages_,
+                                    [this](const BrowserRequest& request) { return actions_.create(request); }};
     PluginState state_;
 };
 

@@ -1,0 +1,45 @@
+#pragma once
+#include <memory>
+#include <string>
+
+#include "browser/archive_actions.h"
+#include "browser/archive_browser.h"
+#include "browser/win32/unpack_dialog.h"
+#include "shell/win32/windows_programs.h"
+
+namespace tovar {
+
+/// Makes the commands of browsers, over the real desktop. Keeps what all browsers of the component share.
+class ArchiveActionsFactory {
+public:
+    /// All of it outlives the factory and what it makes.
+    ArchiveActionsFactory(WorkFolder& workFolder, PathOperations& paths, FileSystem& files, MessageBoxes& messages,
+                          MessagePump& pump)
+        : workFolder_(workFolder),
+          paths_(paths),
+          files_(files),
+          messages_(messages),
+          pump_(pump),
+          launcher_(programs_, pump),
+          copies_(files) {}
+
+    [[nodiscard]] std::unique_ptr<BrowserActions> create(const BrowserRequest& request) {
+        return std::make_unique<ArchiveActions>(ArchiveActionsPorts{workFolder_, paths_, files_, messages_, pump_,
+                                                                    launcher_, dialogs_, copies_, lastFolder_},
+                                                request.fontName);
+    }
+
+private:
+    WorkFolder& workFolder_;
+    PathOperations& paths_;
+    FileSystem& files_;
+    MessageBoxes& messages_;
+    MessagePump& pump_;
+    WindowsPrograms programs_;
+    ProgramLauncher launcher_;
+    WindowsUnpackDialogs dialogs_;
+    OpenedCopies copies_;
+    std::wstring lastFolder_;
+};
+
+}  // namespace tovar

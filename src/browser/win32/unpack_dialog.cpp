@@ -1,0 +1,154 @@
+#include "browser/win32/unpack_dialog.h"
+
+#include <utility>
+
+#include "browser/win32/unpack_dialog_controls.h"
+#include "shell/prompt_new_folder.h"
+#include "shell/win32/form_placement.h"
+#include "shell/win32/message_map.h"
+#include "shell/win32/new_folder_dialog.h"
+
+namespace tovar {
+
+void fArcUnPack::SetFolder(std::wstring_view path) {
+    presenter_.SetFolder(path);
+    if (hwnd() != nullptr) showInTree(std::wstring(path));
+}
+
+void fArcUnPack::ask() { showModal(static_cast<HWND>(job_.owner), IDD_ARC_UNPACK, fontName_); }
+
+void fArcUnPack::cancel() noexcept {
+    if (hwnd() == nullptr) return;
+    const HWND above = ::GetWindow(hwnd(), GW_ENABLEDPOPUP);
+    if (above != nullptr && above != hwnd()) ::PostMessageW(above, WM_CLOSE, 0, 0);
+    ::EndDialog(hwnd(), IDCANCEL);
+}
+
+void fArcUnPack::onLoad() {
+    tree_.createInstead(hwnd(), IDC_WEN_FOLDER_TREE_VIEW1, [this] { onTree(); });
+    anchors_.begin(hwnd(), {{IDC_LBL_FOLDER, kLeft | kRight},
+                            {IDC_WEN_FOLDER_TREE_VIEW1, kLeft | kTop | kRight | kBottom},
+                            {IDC_CMD_NEW_FOLDER, kLeft | kBottom},
+                            {IDOK, kRight | kBottom},
+                            {IDCANCEL, kRight | kBottom},
+                            {IDC_GRP_FILES, kRight},
+                            {IDC_OPT_EXTRACT, kRight},
+                            {IDC_OPT_EXTRACT_ALL, kRight},
+                            {IDC_OPT_EXTRACT_MATCHING, kRight},
+                            {IDC_LBL_PATTERN, kRight},
+                            {IDC_TXT_EXTENSION, kRight},
+                            {IDC_GRP_OPTIONS, kRight},
+                            {IDC_CHK_OPT, kRight},
+                            {IDC_CHK_OPT_KEEP_FOLDERS, kRight}});
+    CenterDialog(hwnd(), ::GetAncestor(static_cast<HWND>(job_.owner), GA_ROOT));
+    presenter_.onLoad();
+}
+
+bool fArcUnPack::onCommand(WPARAM wParam) {
+    static constexpr CommandRoute<fArcUnPack> routes[] = {
+        {IDOK, BN_CLICKED, &fArcUnPack::onOk},
+        {IDCANCEL, BN_CLICKED, &fArcUnPack::onCancel},
+        {IDC_CMD_NEW_FOLDER, BN_CLICKED, &fArcUnPack::onNewFolder},
+        {IDC_OPT_EXTRACT, BN_CLICKED, &fArcUnPack::onSelected},
+        {IDC_OPT_EXTRACT_ALL, BN_CLICKED, &fArcUnPack::onAll},
+        {IDC_OPT_EXTRACT_MATCHING, BN_CLICKED, &fArcUnPack::onMatching},
+        {IDC_TXT_EXTENSION, EN_CHANGE, &fArcUnPack::onPattern},
+        {IDC_CHK_OPT, BN_CLICKED, &fArcUnPack::onOverwrite},
+        {IDC_CHK_OPT_KEEP_FOLDERS, BN_CLICKED, &fArcUnPack::onKeepFolders},
+    };
+    return dispatchCommand(*this, routes, wParam);
+}
+
+std::optional<INT_PTR> fArcUnPack::onMessage(UINT message, WPARAM, LPARAM lParam) {
+    switch (message) {
+        case WM_SIZE:
+            anchors_.layOut();
+            return TRUE;
+        case WM_GETMINMAXINFO:
+            anchors_.limit(*reinterpret_cast<MINMAXINFO*>(lParam));
+            return TRUE;
+        default:
+            return std::nullopt;
+    }
+}
+
+void fArcUnPack::onTree() { presenter_.onFolderSelected(tree_.SelectedFolder().value_or(std::wstring())); }
+
+void fArcUnPack::onPattern() { presenter_.onPattern(textOf(control(IDC_TXT_EXTENSION))); }
+
+bool fArcUnPack::isChecked(int option) const {
+    return ::IsDlgButtonChecked(hwnd(), IDC_CHK_OPT + option) == BST_CHECKED;
+}
+
+void fArcUnPack::setCaption(std::wstring_view caption) { ::SetWindowTextW(hwnd(), std::wstring(caption).c_str()); }
+
+void fArcUnPack::check(bool overwrite, bool keepFolders) {
+    ::CheckDlgButton(hwnd(), IDC_CHK_OPT, overwrite ? BST_CHECKED : BST_UNCHECKED);
+    ::CheckDlgButton(hwnd(), IDC_CHK_OPT_KEEP_FOLDERS, keepFolders ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void fArcUnPack::enableOverwrite(bool enabled) { enable(IDC_CHK_OPT, enabled); }
+
+void fArcUnPack::choose(MemberScope scope) {
+    ::CheckRadioButton(hwnd(), IDC_OPT_EXTRACT, IDC_OPT_EXTRACT_MATCHING, IDC_OPT_EXTRACT + static_cast<int>(scope));
+}
+
+void fArcUnPack::enableSelected(bool enabled) { enable(IDC_OPT_EXTRACT, enabled); }
+
+void fArcUnPack::setPattern(std::wstring_view pattern) {
+    ::SetWindowTextW(control(IDC_TXT_EXTENSION), std::wstring(pattern).c_str());
+}
+
+void fArcUnPack::enablePattern(bool enabled) {
+    enable(IDC_LBL_PATTERN, enabled);
+    enable(IDC_TXT_EXTENSION, enabled);
+}
+
+void fArcUnPack::showInTree(const std::wstring& folder) { tree_.SelectFolder(folder); }
+
+void fArcUnPack::showFolder(std::wstring_view folder) {
+    ::SetWindowTextW(control(IDC_LBL_FOLDER), std::wstring(folder).c_str());
+}
+
+void fArcUnPack::enableOk(bool enabled) { enable(IDOK, enabled); }
+
+void fArcUnPack::enableNewFolder(bool enabled) { enable(IDC_CMD_NEW_FOLDER, enabled); }
+
+std::wstring fArcUnPack::promptNewFolder(std::wstring& parent) {
+    fNewFolder dialog(hwnd(), fontName_);
+    return PromptNewFolder(parent, dialog, job_.paths);
+}
+
+// The library's windows belong to the owner's: that one has to be able to take the focus, or another program gets it.
+void fArcUnPack::hide() {
+    ::EnableWindow(::GetAncestor(static_cast<HWND>(job_.owner), GA_ROOT), TRUE);
+    ::ShowWindow(hwnd(), SW_HIDE);
+}
+
+void fArcUnPack::close() {
+    if (hwnd() != nullptr) ::EndDialog(hwnd(), IDOK);
+}
+
+void fArcUnPack::enable(int id, bool enabled) {
+    const HWND window = control(id);
+    // The keyboard would be lost with a control that can no longer take it.
+    if (!enabled && window != nullptr && ::GetFocus() == window) ::SendMessageW(hwnd(), WM_NEXTDLGCTL, 0, FALSE);
+    ::EnableWindow(window, enabled ? TRUE : FALSE);
+}
+
+std::wstring WindowsUnpackDialogs::show(const UnpackJob& job, const std::wstring& folder, const std::wstring& files,
+                                        const std::wstring& fontName) {
+    fArcUnPack dialog(job, fontName);
+    dialog.SetFolder(folder);
+    dialog.SetFiles(files);
+    fArcUnPack* const outer = std::exchange(shown_, &dialog);
+    dialog.ask();
+    shown_ = outer;
+    return dialog.GetFolder();
+}
+
+void WindowsUnpackDialogs::closeAll() noexcept {
+    if (shown_ != nullptr) shown_->cancel();
+}
+
+}  // namespace tovar

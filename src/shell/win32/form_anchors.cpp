@@ -1,0 +1,56 @@
+#include "shell/win32/form_anchors.h"
+
+#include <algorithm>
+
+namespace tovar {
+namespace {
+
+/// One direction of a control: it keeps its place, moves or grows.
+void follow(LONG& begin, LONG& end, LONG growth, bool keepsBegin, bool keepsEnd) {
+    if (!keepsEnd) return;
+    end += growth;
+    if (!keepsBegin) begin += growth;
+}
+
+}  // namespace
+
+void FormAnchors::begin(HWND form, const std::vector<Anchor>& anchors) {
+    RECT client{}, window{};
+    ::GetClientRect(form, &client);
+    ::GetWindowRect(form, &window);
+    client_ = {client.right, client.bottom};
+    window_ = {window.right - window.left, window.bottom - window.top};
+    controls_.clear();
+    for (const Anchor& anchor : anchors) {
+        const HWND control = ::GetDlgItem(form, anchor.id);
+        RECT place{};
+        if (control == nullptr || !::GetWindowRect(control, &place)) continue;
+        ::MapWindowPoints(nullptr, form, reinterpret_cast<POINT*>(&place), 2);
+        controls_.push_back({control, anchor.edges, place});
+    }
+    form_ = form;
+}
+
+void FormAnchors::layOut() const {
+    RECT client{};
+    if (form_ == nullptr || !::GetClientRect(form_, &client)) return;
+    const LONG wider = std::max<LONG>(client.right - client_.cx, 0);
+    const LONG higher = std::max<LONG>(client.bottom - client_.cy, 0);
+    HDWP positions = ::BeginDeferWindowPos(static_cast<int>(controls_.size()));
+    for (const Control& control : controls_) {
+        if (positions == nullptr) return;
+        RECT place = control.place;
+        follow(place.left, place.right, wider, (control.edges & kLeft) != 0, (control.edges & kRight) != 0);
+        follow(place.top, place.bottom, higher, (control.edges & kTop) != 0, (control.edges & kBottom) != 0);
+        positions =
+            ::DeferWindowPos(positions, control.window, nullptr, place.left, place.top, place.right - place.left,
+                             place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    }
+    if (positions != nullptr) ::EndDeferWindowPos(positions);
+}
+
+void FormAnchors::limit(MINMAXINFO& limits) const {
+    if (form_ != nullptr) limits.ptMinTrackSize = {window_.cx, window_.cy};
+}
+
+}  // namespace tovar

@@ -34,7 +34,6 @@ void ProgressPresenter::onLoad() {
     canceled_ = false;
     value_ = maximum_ = 0;
     shownPercentage_.reset();
-    shownPosition_.reset();
     view_.setFolder({});
     view_.setFile({});
     view_.setSize({});
@@ -91,13 +90,9 @@ void ProgressPresenter::refresh() {
     // The product of a single-precision number and 100 is exact here, and so halves are halves: 575 of 1000 are 57.5 %,
     // while 0.575 times 100 is less.
     const int percentage = rounded(static_cast<double>(value) * 100 / static_cast<double>(maximum_));
-    const int position = rounded(static_cast<double>(value) * kBarSteps / static_cast<double>(maximum_));
-    if (position != shownPosition_) {
-        shownPosition_ = position;
-        view_.setBar(position);
-    }
     if (percentage == shownPercentage_) return;
     shownPercentage_ = percentage;
+    view_.setBar(percentage);
     view_.setSize(groupedNumber(kilobytes(value), regional_) + L"/" + groupedNumber(kilobytes(maximum_), regional_) +
                   L" KBytes processed");
     view_.setCaption(std::to_wstring(percentage) + L" % " + title_);

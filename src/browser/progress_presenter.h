@@ -17,16 +17,14 @@ struct ProgressView {
     virtual void setFolder(std::wstring_view text) = 0;
     virtual void setFile(std::wstring_view text) = 0;
     virtual void setSize(std::wstring_view text) = 0;
-    /// @param position  0 to ProgressPresenter::kBarSteps
-    virtual void setBar(int position) = 0;
+    /// @param percentage  0 to 100
+    virtual void setBar(int percentage) = 0;
     virtual void close() = 0;
 };
 
 /// What the progress dialog knows and decides.
 class ProgressPresenter final : public ArcProgress {
 public:
-    static constexpr int kBarSteps = 1000;
-
     /// @param regional  how digits are grouped; both others outlive the presenter
     ProgressPresenter(ProgressView& view, MessagePump& pump, RegionalSettings regional)
         : view_(view), pump_(pump), regional_(std::move(regional)) {}
@@ -55,7 +53,6 @@ private:
     std::wstring title_;
     float value_ = 0, maximum_ = 0;  ///< bytes
     std::optional<int> shownPercentage_;
-    std::optional<int> shownPosition_;
     bool open_ = false;
     bool canceled_ = false;
 };

@@ -11,6 +11,7 @@ namespace tovar {
 namespace {
 
 constexpr UINT_PTR kCancelKeys = 1;
+constexpr UINT kLabelRest = 50;  ///< milliseconds between two texts of a label
 
 /// Escape is Cancel also in message loops that know nothing of the dialog, such as those of archiver libraries. Enter
 /// is not: it is the key that has just started the work, and may be held a moment too long.
@@ -26,6 +27,11 @@ LRESULT CALLBACK cancelButton(HWND button, UINT message, WPARAM wParam, LPARAM l
 }
 
 }  // namespace
+
+fArcProgress::fArcProgress(RegionalSettings regional)
+    : folder_{.id = IDC_LBL_DIR, .text = {}},
+      file_{.id = IDC_LBL_FILE, .text = {}},
+      presenter_(*this, *this, std::move(regional)) {}
 
 fArcProgress::~fArcProgress() { unload(); }
 
@@ -46,10 +52,13 @@ void fArcProgress::show() {
 }
 
 void fArcProgress::onLoad() {
-    ::SendMessageW(control(IDC_PBAR1), PBM_SETRANGE32, 0, ProgressPresenter::kBarSteps);
+    ::SendMessageW(control(IDC_PBAR1), PBM_SETRANGE32, 0, 100);
+    folder_.waiting = file_.waiting = false;
     ::SetWindowSubclass(control(IDCANCEL), &cancelButton, kCancelKeys, 0);
     CenterDialog(hwnd(), owner_);
     presenter_.onLoad();
+    onTimer(folder_);  // the first name is shown at once
+    onTimer(file_);
 }
 
 bool fArcProgress::onCommand(WPARAM wParam) {
@@ -59,8 +68,12 @@ bool fArcProgress::onCommand(WPARAM wParam) {
     return dispatchCommand(*this, routes, wParam);
 }
 
-std::optional<INT_PTR> fArcProgress::onMessage(UINT message, WPARAM, LPARAM) {
+std::optional<INT_PTR> fArcProgress::onMessage(UINT message, WPARAM wParam, LPARAM) {
     switch (message) {
+        case WM_TIMER:
+            if (wParam == IDC_LBL_DIR) onTimer(folder_);
+            if (wParam == IDC_LBL_FILE) onTimer(file_);
+            return TRUE;
         case WM_CLOSE:
             onCancel();
             return TRUE;
@@ -87,14 +100,14 @@ void fArcProgress::setCaption(std::wstring_view text) { ::SetWindowTextW(hwnd(),
 
 void fArcProgress::setSummary(std::wstring_view text) { setLabel(IDC_LBL_SUMMARY, text); }
 
-void fArcProgress::setFolder(std::wstring_view text) { setLabel(IDC_LBL_DIR, text); }
+void fArcProgress::setFolder(std::wstring_view text) { setLabel(folder_, text); }
 
-void fArcProgress::setFile(std::wstring_view text) { setLabel(IDC_LBL_FILE, text); }
+void fArcProgress::setFile(std::wstring_view text) { setLabel(file_, text); }
 
 void fArcProgress::setSize(std::wstring_view text) { setLabel(IDC_LBL_SIZE, text); }
 
-void fArcProgress::setBar(int position) {
-    ::SendMessageW(control(IDC_PBAR1), PBM_SETPOS, static_cast<WPARAM>(position), 0);
+void fArcProgress::setBar(int percentage) {
+    ::SendMessageW(control(IDC_PBAR1), PBM_SETPOS, static_cast<WPARAM>(percentage), 0);
 }
 
 void fArcProgress::close() {
@@ -107,6 +120,23 @@ void fArcProgress::close() {
 
 void fArcProgress::setLabel(int id, std::wstring_view text) {
     ::SetWindowTextW(control(id), std::wstring(text).c_str());
+}
+
+void fArcProgress::setLabel(HurriedLabel& label, std::wstring_view text) {
+    if (label.waiting) {
+        label.text = text;
+        label.stale = true;
+        return;
+    }
+    setLabel(label.id, text);
+    label.stale = false;
+    label.waiting = ::SetTimer(hwnd(), static_cast<UINT_PTR>(label.id), kLabelRest, nullptr) != 0;
+}
+
+void fArcProgress::onTimer(HurriedLabel& label) {
+    ::KillTimer(hwnd(), static_cast<UINT_PTR>(label.id));
+    label.waiting = false;
+    if (label.stale) setLabel(label, label.text);
 }
 
 void fArcProgress::standAlone() {

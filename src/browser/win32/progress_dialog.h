@@ -18,7 +18,7 @@ namespace tovar {
 /// messages run in it.
 class fArcProgress final : public ArcProgress, private Dialog, private ProgressView, private MessagePump {
 public:
-    explicit fArcProgress(RegionalSettings regional) : presenter_(*this, *this, std::move(regional)) {}
+    explicit fArcProgress(RegionalSettings regional);
     ~fArcProgress() override;
 
     /// Creates the dialog, hidden, in the middle of its owner.
@@ -54,18 +54,29 @@ private:
     void setFolder(std::wstring_view text) override;
     void setFile(std::wstring_view text) override;
     void setSize(std::wstring_view text) override;
-    void setBar(int position) override;
+    void setBar(int percentage) override;
     void close() override;
 
     // MessagePump
     void processPending() override;
 
     void onCancel() { presenter_.onCancel(); }
+    /// The text of a label that may change faster than it can be read: in between it waits for a timer.
+    struct HurriedLabel {
+        int id;
+        std::wstring text;
+        bool waiting = false;  ///< the timer runs
+        bool stale = false;    ///< the label shows an earlier text
+    };
+
     void setLabel(int id, std::wstring_view text);
+    void setLabel(HurriedLabel& label, std::wstring_view text);
+    void onTimer(HurriedLabel& label);
     void standAlone();
 
     HWND owner_ = nullptr;
     std::unique_ptr<OwnerPause> pause_;  ///< while the dialog is shown
+    HurriedLabel folder_, file_;
     ProgressPresenter presenter_;
 };
 

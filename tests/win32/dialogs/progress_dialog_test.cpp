@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "browser/win32/windows_progress_dialogs.h"
 #include "win32/dialogs/work_dialogs.h"
@@ -85,10 +86,10 @@ TEST_F(ProgressDialogTest, ShowsHowFarTheWorkIs) {
     EXPECT_EQ(text(IDC_LBL_DIR), L"C:\\Out & In\\Deep");
     EXPECT_EQ(text(IDC_LBL_FILE), L"Read Me.txt");
     EXPECT_EQ(text(IDC_LBL_SIZE), L"512/2,048 KBytes processed");
-    EXPECT_EQ(bar(), 250);
+    EXPECT_EQ(bar(), 25);
     dialog->SetPrg1(2048 * 1024, -1);
     EXPECT_EQ(textOf(window()), L"100 % Extracting");
-    EXPECT_EQ(bar(), 1000);
+    EXPECT_EQ(bar(), 100);
 }
 
 TEST_F(ProgressDialogTest, ShowsAmpersandsAndShortensLongTextsInTheMiddle) {
@@ -103,6 +104,18 @@ TEST_F(ProgressDialogTest, ShowsAmpersandsAndShortensLongTextsInTheMiddle) {
     EXPECT_EQ(text(IDC_LBL_DIR).size(), 32007U);
     const RECT after = placeOf(window());
     EXPECT_EQ(after.right - after.left, before.right - before.left);
+}
+
+TEST_F(ProgressDialogTest, ShowsTheLastOfManyNamesInTheEnd) {
+    show();
+    // A list that nobody can read is not painted name by name.
+    for (int name = 0; name <= 2000; ++name) dialog->showFile(std::to_wstring(name));
+    dialog->showFolder(L"first");
+    dialog->showFolder(L"second");
+    const ULONGLONG deadline = ::GetTickCount64() + 10000;
+    const auto shown = [this] { return text(IDC_LBL_FILE) == L"2000" && text(IDC_LBL_DIR) == L"second"; };
+    while (!shown() && ::GetTickCount64() < deadline) dialog->SetPrg1(1, 100);
+    EXPECT_TRUE(shown());
 }
 
 TEST_F(ProgressDialogTest, KeepsTheHostFromInputMeanwhile) {

@@ -1,5 +1,7 @@
 #include "browser/browser_presenter.h"
 
+#include <utility>
+
 #include "shell/letter_case.h"
 #include "shell/paths.h"
 #include "shell/scoped_flag.h"
@@ -33,7 +35,14 @@ BrowserPresenter::BrowserPresenter(BrowserView& view, const BrowserPorts& ports,
       archiveFile_(archiveFile),
       archiveName_(FileNamePart(archiveFile)),
       formerOwner_(ports.driver.hWnd()),
-      contents_(ports.driver, folders_, ports.desktop, ports.regional) {}
+      contents_(ports.driver, folders_, ports.desktop, ports.regional),
+      pauses_(*this, ports.breather) {}
+
+void BrowserPresenter::Pauses::begin() { breather_->begin(); }
+
+bool BrowserPresenter::Pauses::breathe() {
+    return breather_->breathe() && presenter_.view_.hWnd() != nullptr && !presenter_.closing_ && !presenter_.wanted_;
+}
 
 void BrowserPresenter::onLoad() {
     view_.setTitle(archiveName_);
@@ -49,7 +58,7 @@ void BrowserPresenter::onUnload() {
 }
 
 bool BrowserPresenter::fill(std::wstring_view folderKey) {
-    if (isBusy() || view_.hWnd() == nullptr) return false;
+    if (isBusy() || closing_ || view_.hWnd() == nullptr) return false;
     {
         const ScopedFlag filling(filling_);
         const std::wstring wanted(folderKey);
@@ -60,28 +69,73 @@ bool BrowserPresenter::fill(std::wstring_view folderKey) {
         view_.clear();
         updateCommands();
         driver_.setHWnd(view_.hWnd());
-        const std::uint32_t entryCount = driver_.SetArcFile(archiveFile_);
-        if (view_.hWnd() == nullptr) return false;
-        folders_.build(archiveName_, driver_.entries());
+        const std::uint32_t entryCount = list();
+        if (view_.hWnd() == nullptr || closing_) return false;
+        try {
+            folders_.build(archiveName_, driver_.entries(), pauses_.get());
+        } catch (const WorkAbandoned&) {
+            return false;
+        }
         view_.showFolders();
         selectAndShow(folders_.find(wanted).value_or(FolderModel::kRoot), Expand::Yes);
+        if (!current_ || closing_) return false;
         showArchiveStatus(entryCount);
     }
     updateCommands();  // now that the archive is free for them
     return true;
 }
 
+std::uint32_t BrowserPresenter::list() {
+    struct Lent {
+        ArchiveDriver& driver;
+        ~Lent() { driver.setBreather(nullptr); }
+    } const lent{driver_};
+    driver_.setBreather(pauses_.get());
+    return driver_.SetArcFile(archiveFile_);
+}
+
+bool BrowserPresenter::order(std::size_t rows, const std::function<void()>& run) {
+    contents_.setBreather(rows > kOrderedAtOnce ? pauses_.get() : nullptr);
+    wanted_.reset();
+    bool ordered = false;
+    {
+        const ScopedFlag ordering(ordering_);
+        try {
+            run();
+            ordered = true;
+        } catch (const WorkAbandoned&) {
+            // Somebody wants something else: see below, and showWanted.
+        }
+    }
+    if (view_.hWnd() == nullptr) return false;
+    if (closing_ && !filling_) view_.close();
+    return ordered && !closing_;
+}
+
+void BrowserPresenter::showWanted() {
+    if (const auto folder = std::exchange(wanted_, std::nullopt); folder && current_ && !closing_) showFolder(*folder);
+}
+
+bool BrowserPresenter::takesLongToShow(Folder folder) const {
+    return contents_.sorting() && folder < folders_.size() &&
+           folders_.children(folder).size() + folders_.files(folder).size() > kOrderedAtOnce;
+}
+
 void BrowserPresenter::onFolderSelected(Folder folder) {
+    if (ordering_) {
+        wanted_ = folder;
+        return;
+    }
     if (current_ && folder != *current_ && folder < folders_.size()) showFolder(folder);
 }
 
 void BrowserPresenter::onGoUp() {
-    if (!current_) return;
+    if (!current_ || ordering_) return;
     if (const auto parent = folders_.parent(*current_)) selectAndShow(*parent, Expand::No);
 }
 
 void BrowserPresenter::onRowOpened(std::uint32_t row) {
-    if (row >= contents_.rowCount()) return;
+    if (row >= contents_.rowCount() || ordering_) return;
     if (const auto folder = contents_.folderAt(row)) {
         selectAndShow(*folder, Expand::No);
     } else if (const auto entry = contents_.entryAt(row); entry && !isBusy() && offers(kOpen)) {
@@ -100,7 +154,10 @@ void BrowserPresenter::onRowsSelected(std::uint32_t count) {
 }
 
 void BrowserPresenter::onHeaderClicked(std::size_t column) {
-    if (current_ && column < contents_.columns().size()) view_.moveRows(contents_.sortBy(column));
+    if (!current_ || ordering_ || column >= contents_.columns().size()) return;
+    std::vector<std::uint32_t> newRows;
+    if (order(contents_.rowCount(), [&] { newRows = contents_.sortBy(column); })) view_.moveRows(newRows);
+    showWanted();
 }
 
 void BrowserPresenter::selectAndShow(Folder folder, Expand expand) {
@@ -110,8 +167,15 @@ void BrowserPresenter::selectAndShow(Folder folder, Expand expand) {
 }
 
 void BrowserPresenter::showFolder(Folder folder) {
-    current_ = folder;
-    contents_.show(folder);
+    std::optional<Folder> next = folder;
+    while (next) {
+        current_ = *next;
+        const std::size_t rows = folders_.children(*next).size() + folders_.files(*next).size();
+        const bool shown = order(rows, [&] { contents_.show(*next); });
+        if (!current_ || closing_) return;
+        next = std::exchange(wanted_, std::nullopt);
+        if (!next && !shown) return;
+    }
     view_.showContents();
     if (selectedRows_ != 0) onRowsSelected(0);
     showAddress();
@@ -119,8 +183,9 @@ void BrowserPresenter::showFolder(Folder folder) {
 }
 
 bool BrowserPresenter::showMember(const MemberPlace& place) {
-    if (!current_ || place.folder >= folders_.size()) return false;
+    if (!current_ || ordering_ || place.folder >= folders_.size()) return false;
     if (place.folder != *current_) selectAndShow(place.folder, Expand::No);
+    if (current_ != place.folder) return false;
     const auto row = contents_.rowOf(place.item);
     if (!row) return false;
     view_.showRow(*row);
@@ -145,7 +210,7 @@ void BrowserPresenter::showAddress() {
 void BrowserPresenter::onAddressEntered(std::wstring_view text) {
     if (text.empty()) return;
     view_.moveAddressCaretToEnd();
-    if (!current_) return;
+    if (!current_ || ordering_) return;
     const std::wstring key = withoutEvery(text, archiveName_);
     // An address that names no folder, or the one shown, leaves the folder as it is; the box shows again where the user
     // is, however the address was written.

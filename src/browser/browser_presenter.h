@@ -17,6 +17,7 @@
 #include "browser/member_search.h"
 #include "browser/view_style.h"
 #include "drivers/archive_driver.h"
+#include "shell/breather.h"
 #include "shell/file_system.h"
 #include "shell/regional.h"
 
@@ -29,6 +30,7 @@ struct BrowserPorts {
     const FileSystem& files;
     RegionalSettings regional;
     BrowserActions* actions = nullptr;  ///< without it nothing is extracted, opened, added or deleted
+    Breather* breather = nullptr;       ///< without it messages wait while many rows are ordered
 };
 
 /// Decides what the archive browser shows: which folder, its address, its rows, the status texts, which commands are
@@ -45,11 +47,15 @@ public:
     /// Lists the archive anew and shows the folder of the key, or the root when there is none.
     /// @return false when the archive is being listed already, or the window went away meanwhile
     bool fill(std::wstring_view folderKey);
-    [[nodiscard]] bool isFilling() const noexcept { return filling_; }
+    /// @return whether the archive is being listed, or rows are being put in order; the window must not go then
+    [[nodiscard]] bool isFilling() const noexcept { return filling_ || ordering_; }
+    /// @return whether messages will run while the folder's rows are put in order: the window may be gone afterwards
+    [[nodiscard]] bool takesLongToShow(Folder folder) const;
+    [[nodiscard]] bool takesLongToSort() const noexcept { return contents_.rowCount() > kOrderedAtOnce; }
     /// The window is to be closed: a command that works on the archive ends as soon as it can.
     void cancelWork() noexcept;
     /// @return whether the archive is being listed or worked on; the window must not go then
-    [[nodiscard]] bool isBusy() const noexcept { return filling_ || working_; }
+    [[nodiscard]] bool isBusy() const noexcept { return isFilling() || working_; }
 
     /// The window has gone; the driver gets back the owner that it had before.
     void onUnload();
@@ -109,6 +115,29 @@ private:
     void setViewStyle(ViewStyle style);
     void updateCommands();
 
+    /// Stops for breath as long as the window is there and nothing else is wanted from it.
+    class Pauses final : public Breather {
+    public:
+        Pauses(BrowserPresenter& presenter, Breather* breather) : presenter_(presenter), breather_(breather) {}
+        void begin() override;
+        [[nodiscard]] bool breathe() override;
+        /// @return what to hand to work
+        [[nodiscard]] Breather* get() noexcept { return breather_ == nullptr ? nullptr : this; }
+
+    private:
+        BrowserPresenter& presenter_;
+        Breather* breather_;
+    };
+
+    /// Rows that are put in order in one go: that takes less time than messages may wait.
+    static constexpr std::size_t kOrderedAtOnce = 20'000;
+
+    std::uint32_t list();
+    /// Puts rows in order. What arrives meanwhile finds a presenter that is busy; the last folder selected is kept.
+    /// @return false when that was given up
+    bool order(std::size_t rows, const std::function<void()>& run);
+    /// Shows the folder that was selected meanwhile.
+    void showWanted();
     void showFolder(Folder folder);
     void selectAndShow(Folder folder, Expand expand);
     void showAddress();
@@ -128,8 +157,12 @@ private:
     std::optional<Folder> current_;
     std::uint32_t selectedRows_ = 0;
     ViewStyle viewStyle_ = ViewStyle::Details;
+    Pauses pauses_;
+    std::optional<Folder> wanted_;  ///< selected while rows are put in order
     bool filling_ = false;
     bool working_ = false;
+    bool ordering_ = false;
+    bool closing_ = false;
 };
 
 }  // namespace tovar

@@ -93,12 +93,13 @@ bool BrowserPresenter::work(const std::function<bool(const ArchiveScene&)>& run)
 }
 
 void BrowserPresenter::cancelWork() noexcept {
+    closing_ = true;
     if (working_) actions_->cancel();
 }
 
 void BrowserPresenter::onCommand(BrowserCommand command) {
     const BrowserCommand action = actionOf(command);
-    if (!isEnabled(action)) return;
+    if (ordering_ || !isEnabled(action)) return;
     if (const auto style = viewStyleOf(action)) {
         setViewStyle(*style);
         return;
@@ -137,7 +138,7 @@ void BrowserPresenter::onCommand(BrowserCommand command) {
 }
 
 void BrowserPresenter::onFolderCommand(BrowserCommand command, Folder folder) {
-    if (!isFolderCommandEnabled(command) || folder >= folders_.size()) return;
+    if (ordering_ || !isFolderCommandEnabled(command) || folder >= folders_.size()) return;
     if (command == kOpen) {
         if (folder != *current_) selectAndShow(folder, Expand::Yes);
     } else if (folder == FolderModel::kRoot) {
@@ -176,10 +177,14 @@ void BrowserPresenter::exit() {
 
 void BrowserPresenter::setViewStyle(ViewStyle style) {
     if (style == viewStyle_) return;
-    viewStyle_ = style;
-    const auto newRows = contents_.setExact(style == ViewStyle::ExactDetails);
-    if (!newRows.empty()) view_.moveRows(newRows);
-    view_.setViewStyle(style);
+    std::vector<std::uint32_t> newRows;
+    const bool exact = style == ViewStyle::ExactDetails;
+    if (order(contents_.rowCount(), [&] { newRows = contents_.setExact(exact); })) {
+        viewStyle_ = style;
+        if (!newRows.empty()) view_.moveRows(newRows);
+        view_.setViewStyle(style);
+    }
+    showWanted();
 }
 
 void BrowserPresenter::updateCommands() {

@@ -7,6 +7,7 @@
 #include "drivers/driver_description.h"
 #include "drivers/entry_table.h"
 #include "drivers/extraction.h"
+#include "shell/breather.h"
 #include "shell/regional.h"
 #include "shell/text_codec.h"
 #include "shell/window_handle.h"
@@ -34,6 +35,10 @@ public:
     /// Lists the archive; an earlier listing is replaced. An archive that cannot be opened gives a message box and 0.
     /// @return the number of entries
     virtual std::uint32_t SetArcFile(std::wstring_view fileName) = 0;
+
+    /// With whom SetArcFile stops for breath between members; null: with nobody. A listing that is no longer wanted
+    /// then ends, and what was listed until then is there.
+    virtual void setBreather(Breather* breather) = 0;
 
     /// Whether the last listing came to the archive's end: false when the library gave up midway, before it or for want
     /// of memory. What was listed until then is there.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <functional>
 
 #include "drivers/extract_lines.h"
 #include "drivers/record_text.h"
@@ -57,7 +58,8 @@ private:
 };
 
 /// @return whether the library came to the archive's end
-bool listMembers(ArchiverLibrary& library, archiver::ArchiveHandle archive, EntryTable& entries) {
+bool listMembers(ArchiverLibrary& library, archiver::ArchiveHandle archive, EntryTable& entries,
+                 const std::function<void()>& onMember) {
     RecordBuffer buffer{};
     const archiver::IndividualInfo& info = buffer.info;
     std::wstring name;
@@ -75,6 +77,7 @@ bool listMembers(ArchiverLibrary& library, archiver::ArchiveHandle archive, Entr
         name.clear();
         library.decodeTo(fieldText(info.fileName), name);
         entries.add(record, name, attributes.read(library, info.attribute), type.read(library, info.mode));
+        onMember();
         code = library.findNext(archive, buffer.info);
     }
     return code == kNoMoreEntries;
@@ -152,9 +155,11 @@ std::uint32_t CommonDriver::SetArcFile(std::wstring_view fileName) {
     }
     const OpenedArchive opened(library_, archive);
     try {
-        setListingComplete(listMembers(library_, archive, entries));
+        PacedWork work(breather());
+        setListingComplete(listMembers(library_, archive, entries, [&work] { work.done(kUnitsOfMember); }));
     } catch (const std::exception&) {
-        // Memory ran out or the table is full, perhaps by a library that never ends: what was read stays.
+        // Memory ran out or the table is full, perhaps by a library that never ends, or nobody wants to know any more:
+        // what was read stays.
     }
     return entries.size();
 }

@@ -18,6 +18,7 @@ public:
     [[nodiscard]] WindowHandle hWnd() const final { return owner_; }
     void setHWnd(WindowHandle owner) final { owner_ = owner; }
 
+    void setBreather(Breather* breather) final { breather_ = breather; }
     [[nodiscard]] bool listingComplete() const final { return listingComplete_; }
     [[nodiscard]] const EntryTable& entries() const final { return entries_; }
 
@@ -43,6 +44,10 @@ protected:
     /// @return the table to fill
     EntryTable& beginListing() noexcept;
     void setListingComplete(bool complete) noexcept { listingComplete_ = complete; }
+    [[nodiscard]] Breather* breather() const noexcept { return breather_; }
+
+    /// What one member of a listing counts as work: a library may take long over each.
+    static constexpr std::uint32_t kUnitsOfMember = PacedWork::kPortion / 128;
 
     /// Shows a warning under the driver's title.
     void tell(std::wstring_view text) const;
@@ -55,6 +60,7 @@ private:
     WindowHandle owner_ = nullptr;
     EntryTable entries_;
     bool listingComplete_ = false;
+    Breather* breather_ = nullptr;
 };
 
 }  // namespace tovar

@@ -84,10 +84,14 @@ std::uint32_t cUnAce::SetArcFile(std::wstring_view fileName) {
         return 0;
     }
     try {
-        while (walk.next()) addEntry(listed, walk.member());
+        PacedWork work(breather());
+        while (walk.next()) {
+            addEntry(listed, walk.member());
+            work.done(kUnitsOfMember);
+        }
         setListingComplete(walk.atEnd());
     } catch (const std::exception&) {
-        // Memory ran out or the table is full: what was read stays.
+        // Memory ran out, the table is full, or nobody wants to know any more: what was read stays.
     }
     return listed.size();
 }

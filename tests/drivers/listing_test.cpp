@@ -245,5 +245,38 @@ TEST_F(Listing, KeepsWhatWasReadWhenMemoryRunsOut) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+/// Counts breaths; work is wanted for as many.
+class FakeBreather final : public Breather {
+public:
+    std::uint32_t begun = 0, breaths = 0, wanted = 1'000'000;
+
+    void begin() override { ++begun; }
+    [[nodiscard]] bool breathe() override { return ++breaths <= wanted; }
+};
+
+TEST_F(Listing, StopsForBreathAfterEach128Members) {
+    library.members.assign(1000, Member{.name = "x"});
+    FakeBreather breather;
+    driver.setBreather(&breather);
+    EXPECT_EQ(driver.SetArcFile(L"x.zip"), 1000U);
+    EXPECT_EQ(breather.begun, 1U);
+    EXPECT_EQ(breather.breaths, 7U);
+    EXPECT_TRUE(driver.listingComplete());
+    driver.setBreather(nullptr);
+    EXPECT_EQ(driver.SetArcFile(L"x.zip"), 1000U);
+    EXPECT_EQ(breather.breaths, 7U);
+}
+
+TEST_F(Listing, EndsWhenItIsNoLongerWanted) {
+    library.members.assign(1000, Member{.name = "x"});
+    FakeBreather breather;
+    breather.wanted = 1;
+    driver.setBreather(&breather);
+    EXPECT_EQ(driver.SetArcFile(L"x.zip"), 256U);
+    EXPECT_FALSE(driver.listingComplete());
+    EXPECT_EQ(library.calls.back(), L"closeArchive");
+    EXPECT_TRUE(messages.shown.empty());
+}
+
 }  // namespace
 }  // namespace tovar

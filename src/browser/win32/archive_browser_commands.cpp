@@ -57,6 +57,19 @@ std::optional<LRESULT> fArcMain::onOpenRow(WPARAM, LPARAM) {
     return 0;
 }
 
+std::optional<LRESULT> fArcMain::onSortRows(WPARAM column, LPARAM) {
+    runToTheEnd([&] { presenter_.onHeaderClicked(column); });
+    return 0;
+}
+
+std::optional<LRESULT> fArcMain::onShowFolder(WPARAM folder, LPARAM) {
+    // Another one may be selected since.
+    if (tree_.selected() == static_cast<Folder>(folder)) {
+        runToTheEnd([&] { presenter_.onFolderSelected(static_cast<Folder>(folder)); });
+    }
+    return 0;
+}
+
 void fArcMain::runToTheEnd(const std::function<void()>& run) {
     try {
         run();

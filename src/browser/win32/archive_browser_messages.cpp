@@ -38,6 +38,8 @@ std::optional<LRESULT> fArcMain::onMessage(UINT message, WPARAM wParam, LPARAM l
         {kShowContextMenu, &fArcMain::onShowContextMenu},
         {kRunCommand, &fArcMain::onRunCommand},
         {kOpenRow, &fArcMain::onOpenRow},
+        {kSortRows, &fArcMain::onSortRows},
+        {kShowFolder, &fArcMain::onShowFolder},
         {WM_MENUSELECT, &fArcMain::onMenuSelect},
         {WM_CONTEXTMENU, &fArcMain::onContextMenu},
         {WM_MOUSEACTIVATE, &fArcMain::onMouseActivate},
@@ -160,8 +162,14 @@ LRESULT fArcMain::onTreeExpanded(NMHDR& header) {
 
 LRESULT fArcMain::onTreeSelected(NMHDR& header) {
     const auto& change = as<NMTREEVIEWW>(header);
-    if (!selecting_ && change.itemNew.hItem != nullptr)
-        presenter_.onFolderSelected(FolderTree::folderOf(change.itemNew));
+    if (selecting_ || change.itemNew.hItem == nullptr) return 0;
+    const Folder folder = FolderTree::folderOf(change.itemNew);
+    // As for a row that is opened: messages run while many rows are put in order.
+    if (presenter_.takesLongToShow(folder)) {
+        ::PostMessageW(hwnd(), kShowFolder, folder, 0);
+    } else {
+        presenter_.onFolderSelected(folder);
+    }
     return 0;
 }
 
@@ -198,7 +206,8 @@ void fArcMain::openRow(int row) {
     if (row < 0 || static_cast<std::uint32_t>(row) >= presenter_.contents().rowCount()) return;
     rowToOpen_ = static_cast<std::uint32_t>(row);
     // Messages run while a file is opened, and the list may go with its window: not inside the list's own message.
-    if (presenter_.contents().folderAt(*rowToOpen_)) {
+    const auto folder = presenter_.contents().folderAt(*rowToOpen_);
+    if (folder && !presenter_.takesLongToShow(*folder)) {
         onOpenRow(0, 0);
     } else {
         ::PostMessageW(hwnd(), kOpenRow, 0, 0);
@@ -211,7 +220,12 @@ LRESULT fArcMain::onListKey(NMHDR& header) {
 }
 
 LRESULT fArcMain::onListHeader(NMHDR& header) {
-    presenter_.onHeaderClicked(static_cast<std::size_t>(as<NMLISTVIEW>(header).iSubItem));
+    const auto column = static_cast<std::size_t>(as<NMLISTVIEW>(header).iSubItem);
+    if (presenter_.takesLongToSort()) {
+        ::PostMessageW(hwnd(), kSortRows, column, 0);
+    } else {
+        presenter_.onHeaderClicked(column);
+    }
     return 0;
 }
 

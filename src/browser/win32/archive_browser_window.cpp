@@ -29,7 +29,7 @@ fArcMain::fArcMain(const BrowserRequest& request, const BrowserWindowPorts& port
       desktop_(ports.desktop),
       fontName_(request.fontName),
       icon_(iconOfFile(request.archiveFile)),
-      presenter_(*this, {*request.driver, ports.desktop, ports.files, ports.regional, ports.actions},
+      presenter_(*this, {*request.driver, ports.desktop, ports.files, ports.regional, ports.actions, ports.breather},
                  request.archiveFile) {
     const VisualStyles styles;
     Description description;

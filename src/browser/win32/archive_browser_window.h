@@ -36,6 +36,7 @@ struct BrowserWindowPorts {
     MessageBoxes& messages;
     RegionalSettings regional;
     BrowserActions* actions = nullptr;  ///< without it the window shows archives and does nothing with them
+    Breather* breather = nullptr;       ///< without it messages wait while rows are put in order
 };
 
 /// The archive browser window `fArcMain`: a folder tree beside a contents list, an address box and a toolbar above
@@ -119,6 +120,8 @@ private:
     std::optional<LRESULT> onShowContextMenu(WPARAM pane, LPARAM place);
     std::optional<LRESULT> onRunCommand(WPARAM command, LPARAM);
     std::optional<LRESULT> onOpenRow(WPARAM, LPARAM);
+    std::optional<LRESULT> onSortRows(WPARAM column, LPARAM);
+    std::optional<LRESULT> onShowFolder(WPARAM folder, LPARAM);
     std::optional<LRESULT> onCommand(WPARAM wParam, LPARAM);
     std::optional<LRESULT> onNotify(WPARAM, LPARAM lParam);
 

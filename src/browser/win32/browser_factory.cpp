@@ -2,6 +2,7 @@
 
 #include "browser/win32/archive_browser_window.h"
 #include "browser/win32/system_file_types.h"
+#include "shell/win32/message_breather.h"
 #include "shell/win32/regional_settings.h"
 
 namespace tovar {
@@ -14,7 +15,7 @@ public:
                    std::unique_ptr<BrowserActions> actions, std::function<void()> onUnloaded)
         : desktop_(request.workFolder),
           actions_(std::move(actions)),
-          window_(request, {files, desktop_, messages, loadRegionalSettings(), actions_.get()},
+          window_(request, {files, desktop_, messages, loadRegionalSettings(), actions_.get(), &breather_},
                   std::move(onUnloaded)) {}
 
     [[nodiscard]] WindowHandle hWnd() const override { return window_.hWnd(); }
@@ -25,6 +26,7 @@ public:
 
 private:
     SystemFileTypes desktop_;
+    MessageBreather breather_;
     std::unique_ptr<BrowserActions> actions_;
     fArcMain window_;
 };

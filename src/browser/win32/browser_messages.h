@@ -11,6 +11,8 @@ enum BrowserMessage : UINT {
     kShowContextMenu,  ///< wParam, lParam: as of WM_CONTEXTMENU
     kRunCommand,       ///< wParam: the command
     kOpenRow,          ///< the row that was double-clicked
+    kSortRows,         ///< wParam: the column; puts many rows in order
+    kShowFolder,       ///< wParam: the folder; the same for a folder that was selected
 };
 
 }  // namespace tovar

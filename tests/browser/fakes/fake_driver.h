@@ -32,6 +32,7 @@ public:
     ExtractResult extractAnswer;
     ExtractProgressSink progress;
     ContentsColumns columns;
+    Breather* breather = nullptr;
     bool changeable = false;
     mutable int namesRead = 0;
 
@@ -62,6 +63,7 @@ public:
         return table_.size();
     }
 
+    void setBreather(Breather* given) override { breather = given; }
     [[nodiscard]] bool listingComplete() const override { return true; }
     ExtractResult extract(const ExtractRequest& request) override {
         extracted.push_back(request);

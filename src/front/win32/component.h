@@ -5,6 +5,7 @@
 
 #include "browser/win32/archive_actions_factory.h"
 #include "browser/win32/browser_factory.h"
+#include "browser/win32/dialog_passwords.h"
 #include "drivers/archiver_libraries.h"
 #include "drivers/library_finder.h"
 #include "drivers/library_folders.h"
@@ -52,7 +53,7 @@ private:
     WindowsRegistry registry_;
     SettingsStore settings_{registry_};
     RegionalSettings regional_;
-    NoPasswords passwords_;
+    DialogPasswords passwords_{[this] { return state_.fontName; }};
     AnsiCodec ansi_;
     std::unique_ptr<ModuleLoader> loader_;
     std::unique_ptr<LibraryFolders> folders_;

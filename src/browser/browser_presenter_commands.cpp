@@ -16,6 +16,9 @@ bool BrowserPresenter::isEnabled(BrowserCommand command) const {
     switch (actionOf(command)) {
         case mnuEdit:
         case mnuEditSelect:
+        case kFind:
+        case kFindNext:
+        case kFindPrevious:
             return open;
         case mnuView:
         case mnuViewStyle:

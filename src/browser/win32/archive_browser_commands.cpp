@@ -40,7 +40,13 @@ bool isByKeyboard(LPARAM place) { return place == -1; }
 }  // namespace
 
 void fArcMain::runCommand(BrowserCommand command) {
-    if (isOneOf(kLong, actionOf(command))) {
+    if (command == kFind) {
+        find_.find();
+    } else if (command == kFindNext) {
+        find_.findNext();
+    } else if (command == kFindPrevious) {
+        find_.findPrevious();
+    } else if (isOneOf(kLong, actionOf(command))) {
         ::PostMessageW(hwnd(), kRunCommand, static_cast<WPARAM>(command), 0);
     } else {
         presenter_.onCommand(command);
@@ -154,7 +160,7 @@ bool fArcMain::onPaneKey(HWND pane, const KeyStroke& key) {
     const BrowserCommand command = commandOfKey(key);
     // The list opens rows itself, and a folder of the tree is open when it is selected.
     if (command == kNoCommand || command == kOpen) return false;
-    if (pane == address_.edit() && !isOneOf(kInTextFields, command)) return false;
+    if ((pane == address_.edit() || find_.contains(pane)) && !isOneOf(kInTextFields, command)) return false;
     // Somebody in the tree does not think of the rows that are selected in the list.
     if (pane == tree_.hwnd() && command == mnuEditDelete) return false;
     runCommand(command);
@@ -166,6 +172,15 @@ bool fArcMain::onPaneAltLetter(wchar_t letter) {
     ::PostMessageW(hwnd(), kOpenBandMenu, letter, 0);
     return true;
 }
+
+void fArcMain::onFindBarShown() {
+    if (!find_.isShown() && lastFocus_ == find_.hwnd()) lastFocus_ = list_.hwnd();
+    layOut();
+}
+
+void fArcMain::onFindBarFocus() { onControlFocus(); }
+
+void fArcMain::onFindBarTab(bool backwards) { moveFocus(backwards); }
 
 std::optional<LRESULT> fArcMain::onContextMenu(WPARAM pane, LPARAM place) {
     const auto window = reinterpret_cast<HWND>(pane);

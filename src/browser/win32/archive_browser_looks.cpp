@@ -21,6 +21,9 @@ void fArcMain::applyFonts() {
                                    list_.hwnd(), status_}) {
             ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
         }
+        for (const HWND control : find_.controls()) {
+            ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+        }
         std::swap(systemFont_, font);
     }
     FormFonts fonts;
@@ -32,6 +35,7 @@ void fArcMain::setScale(int dpi) {
     dpi_ = dpi;
     toolbar_.setScale(dpi);
     applyFonts();
+    find_.setScale(dpi);
     layOut();
 }
 
@@ -81,7 +85,8 @@ void fArcMain::layOut() {
     const int boxLeft = labelLeft + labelWidth + 2 * margin;
     const int rowTop = static_cast<int>(menus.cy) + margin;
     const int panesTop = rowTop + rowHeight + margin;
-    const int paneHeight = std::max<int>(client.bottom - (status.bottom - status.top) - panesTop, 0);
+    const int findHeight = find_.height();
+    const int paneHeight = std::max<int>(client.bottom - (status.bottom - status.top) - findHeight - panesTop, 0);
     splitter_.layOut(client.right, dpi_);
     const int barLeft = splitter_.left(), barRight = splitter_.right();
     struct Place {
@@ -97,6 +102,7 @@ void fArcMain::layOut() {
         {tree_.hwnd(), 0, panesTop, barLeft, paneHeight},
         {splitter_.hwnd(), barLeft, panesTop, barRight - barLeft, paneHeight},
         {list_.hwnd(), barRight, panesTop, std::max<int>(client.right - barRight, 0), paneHeight},
+        {find_.hwnd(), 0, panesTop + paneHeight, client.right, findHeight},
     };
     HDWP positions = ::BeginDeferWindowPos(static_cast<int>(std::size(places)));
     for (const Place& place : places) {

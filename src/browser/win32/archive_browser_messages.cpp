@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 #include <vector>
+#include <vector>
 
 #include "browser/win32/browser_controls.h"
 #include "browser/win32/browser_messages.h"
@@ -60,7 +61,7 @@ std::optional<LRESULT> fArcMain::onFocus(WPARAM, LPARAM) {
 std::optional<LRESULT> fArcMain::onFocusMoved(WPARAM, LPARAM) {
     const HWND focus = ::GetFocus();
     const bool within = focus == hwnd() || ::IsChild(hwnd(), focus);
-    for (const HWND control : {address_.hwnd(), tree_.hwnd(), list_.hwnd()}) {
+    for (const HWND control : {address_.hwnd(), tree_.hwnd(), list_.hwnd(), find_.hwnd()}) {
         if (control == focus || ::IsChild(control, focus)) lastFocus_ = control;
     }
     const bool isChild = (::GetWindowLongPtrW(hwnd(), GWL_STYLE) & WS_CHILD) != 0;
@@ -241,7 +242,8 @@ bool fArcMain::onNavigationKey(WORD key) {
 
 // The host's message loop knows nothing of the window's controls, so the window goes from one to the next itself.
 void fArcMain::moveFocus(bool backwards) {
-    const HWND order[] = {address_.hwnd(), tree_.hwnd(), list_.hwnd()};
+    std::vector<HWND> order = find_.tabStops();
+    order.insert(order.begin(), {address_.hwnd(), tree_.hwnd(), list_.hwnd()});
     const HWND focus = ::GetFocus();
     const auto current = std::find_if(std::begin(order), std::end(order),
                                       [&](HWND control) { return control == focus || ::IsChild(control, focus); });

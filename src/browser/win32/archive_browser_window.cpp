@@ -30,7 +30,8 @@ fArcMain::fArcMain(const BrowserRequest& request, const BrowserWindowPorts& port
       fontName_(request.fontName),
       icon_(iconOfFile(request.archiveFile)),
       presenter_(*this, {*request.driver, ports.desktop, ports.files, ports.regional, ports.actions, ports.breather},
-                 request.archiveFile) {
+                 request.archiveFile),
+      find_(*this, *this, presenter_, request.driver->entries()) {
     const VisualStyles styles;
     Description description;
     description.className = kClassName;
@@ -87,7 +88,7 @@ bool fArcMain::createControls() {
         return false;
     }
     status_ = createControl(hwnd(), STATUSCLASSNAMEW, L"", SBARS_SIZEGRIP, 0, sBar1);
-    if (status_ == nullptr) return false;
+    if (status_ == nullptr || !find_.create(hwnd())) return false;
     if (!watchKeys(tree_.hwnd(), *this) || !watchKeys(address_.edit(), *this, PaneKind::TextField)) return false;
     tree_.setIcons(desktop_.ofFolder().icon, desktop_.openFolderIcon());
     lastFocus_ = list_.hwnd();
@@ -98,6 +99,7 @@ std::optional<LRESULT> fArcMain::onDestroy(WPARAM, LPARAM) {
     menuBand_.release();
     address_.release();
     list_.release();
+    find_.onListingGone();
     presenter_.onUnload();
     return 0;
 }
@@ -121,6 +123,7 @@ void fArcMain::clear() {
         tree_.clear();
     }
     rowToOpen_.reset();
+    find_.onListingGone();
     list_.clear();
 }
 

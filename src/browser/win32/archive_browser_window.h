@@ -16,6 +16,7 @@
 #include "browser/win32/address_box.h"
 #include "browser/win32/browser_toolbar.h"
 #include "browser/win32/contents_view.h"
+#include "browser/win32/find_bar.h"
 #include "browser/win32/folder_tree.h"
 #include "browser/win32/menu_band.h"
 #include "browser/win32/pane_keys.h"
@@ -47,7 +48,8 @@ class fArcMain final : public ArchiveBrowser,
                        private AddressKeys,
                        private SplitterOwner,
                        private MenuBandOwner,
-                       private PaneKeys {
+                       private PaneKeys,
+                       private FindBarOwner {
 public:
     /// Creates the window, hidden; hWnd() is null when that failed.
     fArcMain(const BrowserRequest& request, const BrowserWindowPorts& ports, std::function<void()> onUnloaded);
@@ -101,6 +103,11 @@ private:
     // PaneKeys
     bool onPaneKey(HWND pane, const KeyStroke& key) override;
     bool onPaneAltLetter(wchar_t letter) override;
+
+    // FindBarOwner
+    void onFindBarShown() override;
+    void onFindBarFocus() override;
+    void onFindBarTab(bool backwards) override;
 
     // Messages
     std::optional<LRESULT> onCreate(WPARAM, LPARAM);
@@ -177,6 +184,7 @@ private:
     int dpi_ = USER_DEFAULT_SCREEN_DPI;  ///< what everything is shown at
     int systemDpi_ = 0;                  ///< what the system said last
     BrowserPresenter presenter_;
+    FindBar find_;
     std::optional<std::uint32_t> rowToOpen_;
     bool selecting_ = false;  ///< the selection in the tree changes by the program's hand now
     bool captionActive_ = false;

@@ -13,6 +13,11 @@ enum BrowserControl : int {
     kAddressLabel,
     kMenuBand,
     kSplitter,
+    kFindBar,
+    kFindLabel,
+    kFindText,
+    kFindState,
+    kFindClose,
 };
 
 }  // namespace tovar

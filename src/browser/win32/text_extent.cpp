@@ -18,4 +18,10 @@ int TextExtent::widthOf(std::wstring_view text) const noexcept {
     return size.cx;
 }
 
+int TextExtent::height() const noexcept {
+    TEXTMETRICW metrics{};
+    ::GetTextMetricsW(device_, &metrics);
+    return metrics.tmHeight;
+}
+
 }  // namespace tovar

@@ -15,6 +15,8 @@ public:
 
     /// @return pixels
     [[nodiscard]] int widthOf(std::wstring_view text) const noexcept;
+    /// @return of a line of text, in pixels
+    [[nodiscard]] int height() const noexcept;
 
 private:
     HWND window_;

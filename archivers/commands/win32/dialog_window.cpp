@@ -60,6 +60,9 @@ std::wstring textOf(HWND control) {
     return text;
 }
 
+constexpr UINT_PTR kOwnerTimer = 1;
+constexpr UINT kOwnerInterval = 200;  ///< milliseconds
+
 LONG within(LONG place, LONG length, LONG low, LONG high) noexcept {
     return std::max(low, std::min(place, high - length));
 }
@@ -79,6 +82,7 @@ DialogWindow::DialogWindow(std::string_view title) : title_(wideOf(shownName(tit
 INT_PTR DialogWindow::runModal(HWND owner) noexcept {
     owner_ = owner;
     result_ = 0;
+    modal_ = true;
     ::DialogBoxIndirectParamW(ownModule(), &kTemplate.header, owner, &DialogWindow::procedure,
                               reinterpret_cast<LPARAM>(this));
     return result_;  // the system's own result says anything when the loop has ended otherwise
@@ -137,6 +141,15 @@ INT_PTR DialogWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
                            SWP_NOZORDER | SWP_NOACTIVATE);
             return TRUE;
         }
+        case WM_TIMER:
+            // A child window owns no dialog: the one that stands for it goes on without it.
+            if (wParam != kOwnerTimer || owner_ == nullptr || ::IsWindow(owner_)) return FALSE;
+            if (modal_) {
+                end(0);
+            } else {
+                destroy();
+            }
+            return TRUE;
         case WM_DESTROY:
             onDestroy();
             return FALSE;
@@ -146,6 +159,7 @@ INT_PTR DialogWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void DialogWindow::load() {
+    ::SetTimer(window_, kOwnerTimer, kOwnerInterval, nullptr);
     ::SetWindowTextW(window_, title_.c_str());
     // On the owner's monitor first: the resolution is that of the monitor.
     const RECT area = workAreaOf(owner_);

@@ -25,7 +25,7 @@ protected:
     explicit DialogWindow(std::string_view title);
 
     /// Shows the dialog until it ends; the top-level window of `owner` is disabled meanwhile.
-    /// @return what `end` was given; 0 when the thread's messages end or there is no window
+    /// @return what `end` was given; 0 when the thread's messages end, the owner goes, or there is no window
     INT_PTR runModal(HWND owner) noexcept;
 
     /// Makes the dialog, not shown.
@@ -83,6 +83,7 @@ private:
 
     std::wstring title_;
     INT_PTR result_ = 0;
+    bool modal_ = false;
     HWND owner_ = nullptr;
     HWND window_ = nullptr;
     HWND heading_ = nullptr;

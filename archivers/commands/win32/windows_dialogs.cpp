@@ -100,8 +100,9 @@ Answer WindowsDialogs::ask(Answer otherwise, Ask ask) {
 }
 
 ReplaceAnswer WindowsDialogs::askReplace(const ReplaceQuestion& question) {
-    return ask(ReplaceAnswer::kNo,
-               [&](HWND over) { return ReplaceDialog(settings_.title, factsOf(question)).ask(over); });
+    const ReplaceAnswer answer =
+        ask(ReplaceAnswer::kNo, [&](HWND over) { return ReplaceDialog(settings_.title, factsOf(question)).ask(over); });
+    return owner_.gone() ? ReplaceAnswer::kCancel : answer;
 }
 
 std::optional<std::string> WindowsDialogs::askPassword(const std::filesystem::path& archive, const Member& member,

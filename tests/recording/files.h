@@ -16,6 +16,9 @@ using UniqueFile = std::unique_ptr<std::FILE, CloseFile>;
 [[nodiscard]] UniqueFile openFileNamedBy(const char* variable, const char* mode);
 
 /// @return the whole file; empty when there is none
+[[nodiscard]] std::string readFile(const char* path);
+
+/// @return the whole file; empty when there is none
 [[nodiscard]] std::string readFileNamedBy(const char* variable);
 
 }  // namespace recording

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "recording/call_log.h"
+#include "recording/files.h"
 #include "recording/script.h"
 
 namespace recording {
@@ -63,11 +64,23 @@ std::map<std::string, Bool>& modes() {
     return all;
 }
 
+/// The file behind an "@" in a command line, which may stand in quotes.
+std::string listOf(const std::string& command) {
+    const std::size_t at = command.find(" @");
+    if (at == std::string::npos) return {};
+    const bool quoted = command.compare(at + 2, 1, "\"") == 0;
+    const std::size_t begin = at + (quoted ? 3 : 2);
+    return command.substr(begin, command.find(quoted ? '"' : ' ', begin) - begin);
+}
+
 }  // namespace
 
 std::int32_t run(const char* prefix, WindowHandle owner, const char* command, char* output, std::uint32_t size) {
     CallLog(prefix, "") << owner << command << size;
     const Script script = readScript();
+    if (script.lists && !listOf(command).empty()) {
+        CallLog(prefix, "List") << readFile(listOf(command).c_str()).c_str();
+    }
     if (output != nullptr && script.fill != '\0') {
         std::memset(output, script.fill, size);
     } else if (output != nullptr) {

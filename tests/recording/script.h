@@ -29,6 +29,7 @@
 //   password 0         ACESetPassword
 //   code 0             the command's return code
 //   output TEXT        what the command writes, cut to the buffer, with a NUL where there is room
+//   lists 1            logs what stands in the list file that the command names, as a call of "List", 0
 //   fill x             fills the command's whole buffer with one character, without a NUL
 //   dialog 1           ConfigDialog
 //   unicode 1          SetUnicodeMode
@@ -55,6 +56,7 @@ struct Script {
     std::int32_t process = 0;
     std::int32_t password = 0;
     std::string output;
+    bool lists = false;
     char fill = '\0';
     std::int32_t dialog = 1;
     std::int32_t unicode = 1;

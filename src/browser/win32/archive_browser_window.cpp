@@ -111,7 +111,8 @@ void fArcMain::onGone() {
 std::optional<LRESULT> fArcMain::onClose(WPARAM, LPARAM) {
     closeWanted_ = true;
     presenter_.cancelWork();
-    if (!presenter_.isBusy()) destroy();
+    // A library that unpacks ends when the window goes that it works for; one that lists does not.
+    if (!presenter_.isFilling()) destroy();
     return 0;
 }
 

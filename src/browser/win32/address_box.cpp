@@ -1,5 +1,7 @@
 #include "browser/win32/address_box.h"
 
+#include <algorithm>
+
 #include "browser/win32/browser_controls.h"
 #include "browser/win32/text_extent.h"
 #include "shell/win32/child_control.h"
@@ -32,6 +34,28 @@ int AddressBox::labelWidth() const { return TextExtent(label_).widthOf(kLabel); 
 void AddressBox::add(std::wstring_view address) {
     const std::wstring text(address);
     ::SendMessageW(box_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    widenList(TextExtent(box_).widthOf(address));
+}
+
+void AddressBox::fitList() {
+    const TextExtent extent(box_);
+    const auto count = ::SendMessageW(box_, CB_GETCOUNT, 0, 0);
+    widestText_ = 0;
+    for (LRESULT index = 0; index < count; ++index)
+        widestText_ = std::max(widestText_, extent.widthOf(entry(static_cast<WPARAM>(index))));
+    widenList(0);
+}
+
+// The list is at least as wide as the box, and never wider than the screen.
+void AddressBox::widenList(int textWidth) {
+    widestText_ = std::max(widestText_, textWidth);
+    MONITORINFO screen{};
+    screen.cbSize = sizeof screen;
+    if (!::GetMonitorInfoW(::MonitorFromWindow(box_, MONITOR_DEFAULTTONEAREST), &screen)) return;
+    const int around =
+        ::GetSystemMetrics(SM_CXVSCROLL) + 4 * ::GetSystemMetrics(SM_CXEDGE) + 2 * ::GetSystemMetrics(SM_CXBORDER);
+    const int most = static_cast<int>(screen.rcWork.right - screen.rcWork.left);
+    ::SendMessageW(box_, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(widestText_ + around, most)), 0);
 }
 
 // Of an address that is too long for the box the end says where the user is.
@@ -49,7 +73,10 @@ void AddressBox::moveCaretToEnd() {
 std::wstring AddressBox::text() const { return textOf(edit_); }
 
 std::wstring AddressBox::chosenText() const {
-    const auto index = static_cast<WPARAM>(::SendMessageW(box_, CB_GETCURSEL, 0, 0));
+    return entry(static_cast<WPARAM>(::SendMessageW(box_, CB_GETCURSEL, 0, 0)));
+}
+
+std::wstring AddressBox::entry(WPARAM index) const {
     const LRESULT length = ::SendMessageW(box_, CB_GETLBTEXTLEN, index, 0);
     if (length == CB_ERR) return {};
     std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');

@@ -32,6 +32,8 @@ public:
     [[nodiscard]] HWND label() const noexcept { return label_; }
     /// @return pixels
     [[nodiscard]] int labelWidth() const;
+    /// Makes the list wide enough for its addresses; for when the font has changed.
+    void fitList();
 
     void add(std::wstring_view address);
     void choose(std::size_t index);
@@ -47,7 +49,11 @@ private:
     /// @return whether the key was one of the box's
     static bool onKey(AddressKeys& keys, HWND edit, UINT message, WPARAM key);
 
+    [[nodiscard]] std::wstring entry(WPARAM index) const;
+    void widenList(int textWidth);
+
     HWND label_ = nullptr, box_ = nullptr, edit_ = nullptr;
+    int widestText_ = 0;  ///< of the list, in pixels
 };
 
 }  // namespace tovar

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "shell/scoped_flag.h"
 #include "shell/win32/dpi.h"
 
 // How the browser window looks: its fonts, its scale, and where its controls are.
@@ -15,6 +16,14 @@ constexpr int kMargin = 4, kLeastWidth = 320, kLeastHeight = 200, kAddressRows =
 }  // namespace
 
 void fArcMain::applyFonts() {
+    // The host's font lets messages run, and they may ask for other fonts.
+    otherFontsWanted_ = true;
+    if (givingFonts_) return;
+    const ScopedFlag giving(givingFonts_);
+    while (std::exchange(otherFontsWanted_, false) && hwnd() != nullptr) giveFonts();
+}
+
+void fArcMain::giveFonts() {
     UniqueFont font(createMessageFont(dpi_));
     if (font != nullptr) {
         for (const HWND control : {menuBand_.hwnd(), toolbar_.hwnd(), address_.label(), address_.hwnd(), tree_.hwnd(),
@@ -27,12 +36,18 @@ void fArcMain::applyFonts() {
         std::swap(systemFont_, font);
     }
     FormFonts fonts;
-    ApplyFont(hwnd(), fontName_, fonts);
+    // Only a window that is just coming up can wait for what pending messages do.
+    (isLoaded_ ? ApplyFontQuietly : ApplyFont)(hwnd(), fontName_, fonts);
+    isLoaded_ = true;
     std::swap(hostFonts_, fonts);
+    list_.measureColumnsAnew();
+    address_.fitList();
 }
 
 void fArcMain::setScale(int dpi) {
     dpi_ = dpi;
+    tree_.setScale(dpi);
+    list_.setScale(dpi);
     toolbar_.setScale(dpi);
     applyFonts();
     find_.setScale(dpi);
@@ -116,6 +131,79 @@ void fArcMain::layOut() {
 std::optional<LRESULT> fArcMain::onMinimumSize(WPARAM, LPARAM lParam) {
     reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {scaled(kLeastWidth, dpi_), scaled(kLeastHeight, dpi_)};
     return 0;
+}
+
+HostSize fArcMain::sizeOfHost() const {
+    RECT area{};
+    ::GetClientRect(::GetAncestor(hwnd(), GA_PARENT), &area);
+    return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+}
+
+HostedPlace fArcMain::placeInHost() const {
+    RECT place{};
+    ::GetWindowRect(hwnd(), &place);
+    ::MapWindowPoints(HWND_DESKTOP, ::GetAncestor(hwnd(), GA_PARENT), reinterpret_cast<POINT*>(&place), 2);
+    return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right - place.left),
+            static_cast<int>(place.bottom - place.top)};
+}
+
+// Where the window follows its host from: every place that it was given by others, the user or the host itself. A host
+// that lays it out on each of its own sizes thus has the last word.
+std::optional<LRESULT> fArcMain::onMoving(WPARAM, LPARAM lParam) {
+    constexpr UINT kStays = SWP_NOMOVE | SWP_NOSIZE;
+    // A window that is put where it is already hears no more than this.
+    return (reinterpret_cast<const WINDOWPOS*>(lParam)->flags & kStays) == kStays ? std::nullopt : onMoved(0, 0);
+}
+
+std::optional<LRESULT> fArcMain::onMoved(WPARAM, LPARAM) {
+    if (!followingHost_ && !::IsIconic(hwnd())) {
+        hostSize_ = sizeOfHost();
+        hostedPlace_ = placeInHost();
+    }
+    return std::nullopt;
+}
+
+void fArcMain::onHostSized() {
+    const HostSize now = sizeOfHost();
+    if (now.width <= 0 || now.height <= 0 || ::IsIconic(hwnd())) return;
+    HostedPlace place =
+        followHost(hostedPlace_, hostSize_, now, {scaled(kLeastWidth, dpi_), scaled(kLeastHeight, dpi_)});
+    if (::IsZoomed(hwnd())) {
+        place = hostedPlace_;
+        place.width += now.width - hostSize_.width;
+        place.height += now.height - hostSize_.height;
+    }
+    const ScopedFlag following(followingHost_);
+    ::SetWindowPos(hwnd(), nullptr, place.left, place.top, place.width, place.height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void fArcMain::onDesktopChanged(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (status_ == nullptr) return;
+    for (HWND control = ::GetWindow(hwnd(), GW_CHILD); control != nullptr;
+         control = ::GetWindow(control, GW_HWNDNEXT)) {
+        ::SendMessageW(control, message, wParam, lParam);
+    }
+    switch (message) {
+        case WM_SETTINGCHANGE: {
+            const UniqueFont font(createMessageFont(dpi_));
+            if (isSameFont(font.get(), systemFont_.get())) return;
+            applyFonts();
+            layOut();
+            break;
+        }
+        case WM_DISPLAYCHANGE:
+            followScale();
+            break;
+        default:
+            list_.refreshColours();
+            ::RedrawWindow(hwnd(), nullptr, nullptr, RDW_ERASE | RDW_FRAME | RDW_INVALIDATE | RDW_ALLCHILDREN);
+    }
+}
+
+// Other styles have other borders and buttons.
+std::optional<LRESULT> fArcMain::onStyleChanged(WPARAM, LPARAM) {
+    layOut();
+    return std::nullopt;
 }
 
 void fArcMain::onSplitterMoved() { layOut(); }

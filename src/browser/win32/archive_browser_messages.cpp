@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <iterator>
 #include <vector>
-#include <vector>
 
 #include "browser/win32/browser_controls.h"
 #include "browser/win32/browser_messages.h"
@@ -31,6 +30,9 @@ std::optional<LRESULT> fArcMain::onMessage(UINT message, WPARAM wParam, LPARAM l
         {WM_DESTROY, &fArcMain::onDestroy},
         {WM_CLOSE, &fArcMain::onClose},
         {WM_SIZE, &fArcMain::onSize},
+        {WM_WINDOWPOSCHANGING, &fArcMain::onMoving},
+        {WM_WINDOWPOSCHANGED, &fArcMain::onMoved},
+        {WM_THEMECHANGED, &fArcMain::onStyleChanged},
         {WM_GETMINMAXINFO, &fArcMain::onMinimumSize},
         {WM_SETFOCUS, &fArcMain::onFocus},
         {kFocusMoved, &fArcMain::onFocusMoved},

@@ -64,6 +64,7 @@ void fArcMain::suspendPainting(bool suspended) {
 
 void fArcMain::showModeless() {
     if (hwnd() == nullptr) return;
+    hostWatch_.start(::GetAncestor(hwnd(), GA_PARENT), *this);
     ::ShowWindow(hwnd(), SW_SHOW);
     ::BringWindowToTop(hwnd());
     ::SetFocus(list_.hwnd());
@@ -76,6 +77,7 @@ std::optional<LRESULT> fArcMain::onCreate(WPARAM, LPARAM) {
     if (!createControls()) return -1;
     ::SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon_.get()));
     followScale();
+    desktopWatch_.start();  // without it the window keeps the looks that it came up with
     presenter_.onLoad();
     return 0;
 }
@@ -96,6 +98,8 @@ bool fArcMain::createControls() {
 }
 
 std::optional<LRESULT> fArcMain::onDestroy(WPARAM, LPARAM) {
+    hostWatch_.stop();
+    desktopWatch_.stop();
     menuBand_.release();
     address_.release();
     list_.release();

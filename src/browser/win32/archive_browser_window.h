@@ -13,17 +13,20 @@
 #include "browser/browser_presenter.h"
 #include "browser/browser_view.h"
 #include "browser/file_types.h"
+#include "browser/hosted_place.h"
 #include "browser/win32/address_box.h"
 #include "browser/win32/browser_toolbar.h"
 #include "browser/win32/contents_view.h"
 #include "browser/win32/find_bar.h"
 #include "browser/win32/folder_tree.h"
+#include "browser/win32/host_watch.h"
 #include "browser/win32/menu_band.h"
 #include "browser/win32/pane_keys.h"
 #include "browser/win32/splitter.h"
 #include "shell/file_system.h"
 #include "shell/message_boxes.h"
 #include "shell/regional.h"
+#include "shell/win32/desktop_watch.h"
 #include "shell/win32/form_fonts.h"
 #include "shell/win32/handles.h"
 #include "shell/win32/window.h"
@@ -47,6 +50,8 @@ class fArcMain final : public ArchiveBrowser,
                        private BrowserView,
                        private AddressKeys,
                        private SplitterOwner,
+                       private HostSizeListener,
+                       private DesktopListener,
                        private MenuBandOwner,
                        private PaneKeys,
                        private FindBarOwner {
@@ -91,6 +96,12 @@ private:
     void onAddressEscape() override;
     void onAddressTab(bool backwards) override;
 
+    // HostSizeListener
+    void onHostSized() override;
+
+    // DesktopListener
+    void onDesktopChanged(UINT message, WPARAM wParam, LPARAM lParam) override;
+
     // SplitterOwner
     void onSplitterMoved() override;
     int onSplitterFit() override;
@@ -119,6 +130,9 @@ private:
     std::optional<LRESULT> onFocusMoved(WPARAM, LPARAM);
     std::optional<LRESULT> onFolderClosed(WPARAM, LPARAM);
     std::optional<LRESULT> onMouseActivate(WPARAM, LPARAM);
+    std::optional<LRESULT> onMoving(WPARAM, LPARAM lParam);
+    std::optional<LRESULT> onMoved(WPARAM, LPARAM);
+    std::optional<LRESULT> onStyleChanged(WPARAM, LPARAM);
     std::optional<LRESULT> onScaleChanged(WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> onScaleOfHostChanged(WPARAM, LPARAM);
     std::optional<LRESULT> onOpenBandMenu(WPARAM letter, LPARAM menu);
@@ -154,6 +168,9 @@ private:
 
     bool createControls();
     void applyFonts();
+    void giveFonts();
+    [[nodiscard]] HostSize sizeOfHost() const;
+    [[nodiscard]] HostedPlace placeInHost() const;
     void setScale(int dpi);
     void followScale();
     void layOut();
@@ -181,6 +198,13 @@ private:
     FolderTree tree_;
     ContentsView list_;
     Splitter splitter_{*this};
+    HostWatch hostWatch_;
+    DesktopWatch desktopWatch_{*this};
+    HostSize hostSize_;        ///< when the window was placed there
+    HostedPlace hostedPlace_;  ///< where the host or the user has placed the window
+    bool followingHost_ = false;
+    bool givingFonts_ = false, otherFontsWanted_ = false;
+    bool isLoaded_ = false;              ///< the window has had its fonts once
     int dpi_ = USER_DEFAULT_SCREEN_DPI;  ///< what everything is shown at
     int systemDpi_ = 0;                  ///< what the system said last
     BrowserPresenter presenter_;

@@ -2,18 +2,26 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "browser/win32/browser_controls.h"
 #include "browser/win32/text_extent.h"
 #include "shell/win32/child_control.h"
+#include "shell/win32/dpi.h"
 #include "shell/win32/list_view.h"
 #include "shell/win32/subclass.h"
+#include "shell/win32/system_icons.h"
 
 namespace tovar {
 namespace {
 
 constexpr int kEveryRow = -1;
+constexpr int kSmallIcon = 16, kLargeIcon = 32;  // at 96 dots per inch
+
+int widthOf(const ContentsColumn& column, const TextExtent& extent) {
+    return static_cast<int>(std::lround(extent.widthOf(column.measuringText) * column.factor));
+}
 
 int formatOf(ColumnAlignment alignment) {
     switch (alignment) {
@@ -86,30 +94,69 @@ void ContentsView::show(const ContentsList& contents) {
 
 void ContentsView::showColumns() {
     const TextExtent extent(list_);
+    measuredWidths_.clear();
     int place = 0;
     for (const ContentsColumn& shown : contents_->columns()) {
         std::wstring header(shown.header);
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
         column.fmt = formatOf(shown.alignment);
-        column.cx = static_cast<int>(std::lround(extent.widthOf(shown.measuringText) * shown.factor));
+        column.cx = widthOf(shown, extent);
         column.pszText = header.data();
         column.iSubItem = place;
         ::SendMessageW(list_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&column));
+        measuredWidths_.push_back(column.cx);
         ++place;
     }
 }
 
+HWND ContentsView::header() const { return reinterpret_cast<HWND>(::SendMessageW(list_, LVM_GETHEADER, 0, 0)); }
+
+void ContentsView::measureColumnsAnew() {
+    if (contents_ == nullptr) return;
+    const TextExtent extent(list_);
+    const auto columns = contents_->columns();
+    for (std::size_t place = 0; place < std::min<std::size_t>(columns.size(), measuredWidths_.size()); ++place) {
+        // The header knows the widths also while the list is no report.
+        HDITEMW item{};
+        item.mask = HDI_WIDTH;
+        if (::SendMessageW(header(), HDM_GETITEMW, place, reinterpret_cast<LPARAM>(&item)) == FALSE) continue;
+        const int former = std::exchange(measuredWidths_[place], widthOf(columns[place], extent));
+        if (former <= 0) continue;
+        item.cxy = ::MulDiv(item.cxy, measuredWidths_[place], former);
+        ::SendMessageW(header(), HDM_SETITEMW, place, reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+// The lists of the main screen's scale are those that were attached. Nobody else can replace them: only who asks the
+// list's own procedure.
+void ContentsView::setScale(int dpi) {
+    const struct {
+        WPARAM which;
+        int size;
+    } lists[] = {{LVSIL_SMALL, kSmallIcon}, {LVSIL_NORMAL, kLargeIcon}};
+    for (const auto& each : lists) {
+        const HIMAGELIST images = SystemImageListOfSize(scaled(each.size, dpi));
+        callOldProcedure(list_, LVM_SETIMAGELIST, each.which, reinterpret_cast<LPARAM>(images));
+    }
+}
+
+// Not every list view follows the desktop's colours by itself.
+void ContentsView::refreshColours() {
+    ::SendMessageW(list_, LVM_SETBKCOLOR, 0, static_cast<LPARAM>(::GetSysColor(COLOR_WINDOW)));
+    ::SendMessageW(list_, LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(::GetSysColor(COLOR_WINDOW)));
+    ::SendMessageW(list_, LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(::GetSysColor(COLOR_WINDOWTEXT)));
+}
+
 void ContentsView::showSortArrow() {
     const auto sorting = contents_->sorting();
-    const auto header = reinterpret_cast<HWND>(::SendMessageW(list_, LVM_GETHEADER, 0, 0));
     for (std::size_t column = 0; column < contents_->columns().size(); ++column) {
         HDITEMW item{};
         item.mask = HDI_FORMAT;
-        ::SendMessageW(header, HDM_GETITEMW, column, reinterpret_cast<LPARAM>(&item));
+        ::SendMessageW(header(), HDM_GETITEMW, column, reinterpret_cast<LPARAM>(&item));
         item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
         if (sorting && sorting->column == column) item.fmt |= sorting->descending ? HDF_SORTDOWN : HDF_SORTUP;
-        ::SendMessageW(header, HDM_SETITEMW, column, reinterpret_cast<LPARAM>(&item));
+        ::SendMessageW(header(), HDM_SETITEMW, column, reinterpret_cast<LPARAM>(&item));
     }
 }
 

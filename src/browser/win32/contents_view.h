@@ -26,6 +26,14 @@ public:
     void release();
     [[nodiscard]] HWND hwnd() const noexcept { return list_; }
 
+    /// @param dpi  dots per inch, for the icons
+    void setScale(int dpi);
+    /// Takes the desktop's colours as they are now.
+    void refreshColours();
+    /// Gives the columns the widths for a new font. One that the user has made wider or narrower stays so in
+    /// proportion.
+    void measureColumnsAnew();
+
     /// No rows and no columns.
     void clear();
     /// @param contents  must outlive what the list shows
@@ -70,6 +78,7 @@ private:
         ContentsView& view_;
     };
 
+    [[nodiscard]] HWND header() const;
     void showColumns();
     void showSortArrow();
     void setState(int row, UINT state, UINT mask);
@@ -77,6 +86,7 @@ private:
 
     HWND list_ = nullptr;
     const ContentsList* contents_ = nullptr;
+    std::vector<int> measuredWidths_;  ///< of the columns, as their texts want them
     int changing_ = 0;
     std::array<std::wstring, 4> shownTexts_;  ///< the list reads a text some time after it was given
     std::size_t nextText_ = 0;

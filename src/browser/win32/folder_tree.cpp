@@ -6,9 +6,15 @@
 
 #include "browser/win32/browser_controls.h"
 #include "shell/win32/child_control.h"
+#include "shell/win32/dpi.h"
 #include "shell/win32/system_icons.h"
 
 namespace tovar {
+namespace {
+
+constexpr int kIconSize = 16, kIndent = 19;  // at 96 dots per inch
+
+}  // namespace
 
 bool FolderTree::create(HWND parent) {
     tree_ = createControl(
@@ -23,6 +29,12 @@ bool FolderTree::create(HWND parent) {
 void FolderTree::setIcons(int closed, int open) {
     closedIcon_ = closed;
     openIcon_ = open;
+}
+
+void FolderTree::setScale(int dpi) {
+    const HIMAGELIST images = SystemImageListOfSize(scaled(kIconSize, dpi));
+    ::SendMessageW(tree_, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images));
+    ::SendMessageW(tree_, TVM_SETINDENT, static_cast<WPARAM>(scaled(kIndent, dpi)), 0);
 }
 
 void FolderTree::clear() {

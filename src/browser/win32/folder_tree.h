@@ -20,6 +20,8 @@ public:
 
     /// @param icon  places in the system image lists
     void setIcons(int closed, int open);
+    /// @param dpi  dots per inch, for the icons and for how far folders are indented
+    void setScale(int dpi);
 
     void clear();
     /// @param folders  must outlive what the tree shows

@@ -42,4 +42,12 @@ HFONT createMessageFont(int dpi) noexcept {
     return ::CreateFontIndirectW(&metrics.lfMessageFont);
 }
 
+bool isSameFont(HFONT one, HFONT other) noexcept {
+    LOGFONTW first{}, second{};
+    return ::GetObjectW(one, sizeof first, &first) != 0 && ::GetObjectW(other, sizeof second, &second) != 0 &&
+           first.lfHeight == second.lfHeight && first.lfWeight == second.lfWeight &&
+           first.lfItalic == second.lfItalic && first.lfCharSet == second.lfCharSet &&
+           ::lstrcmpiW(first.lfFaceName, second.lfFaceName) == 0;
+}
+
 }  // namespace tovar

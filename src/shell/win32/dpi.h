@@ -12,4 +12,7 @@ namespace tovar {
 /// @return the font of the desktop's messages at that many dots per inch; the caller owns it; null on failure
 [[nodiscard]] HFONT createMessageFont(int dpi) noexcept;
 
+/// @return whether two fonts look the same; no font is like none
+[[nodiscard]] bool isSameFont(HFONT one, HFONT other) noexcept;
+
 }  // namespace tovar

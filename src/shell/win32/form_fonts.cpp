@@ -17,12 +17,18 @@ std::vector<HWND> controlsOf(HWND form) {
     return controls;
 }
 
-void applyTo(HWND control, std::wstring_view fontName, FormFonts& fonts) {
+/// @return whether the control has got another font
+bool giveFont(HWND control, std::wstring_view fontName, FormFonts& fonts) {
     const auto font = reinterpret_cast<HFONT>(::SendMessageW(control, WM_GETFONT, 0, 0));
-    if (font == nullptr) return;
+    if (font == nullptr) return false;
     const HFONT replacement = fonts.withFace(font, fontName);
-    if (replacement == nullptr) return;
+    if (replacement == nullptr) return false;
     ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(replacement), FALSE);
+    return true;
+}
+
+void applyTo(HWND control, std::wstring_view fontName, FormFonts& fonts) {
+    if (!giveFont(control, fontName, fonts)) return;
     RECT area;
     if (::GetWindowRect(control, &area)) {
         ::MapWindowPoints(HWND_DESKTOP, control, reinterpret_cast<POINT*>(&area), 2);
@@ -53,6 +59,13 @@ void ApplyFont(HWND form, std::wstring_view fontName, FormFonts& fonts) {
     for (const HWND control : controlsOf(form)) {
         if (!::IsWindow(form)) return;
         if (::IsWindow(control)) applyTo(control, fontName, fonts);
+    }
+}
+
+void ApplyFontQuietly(HWND form, std::wstring_view fontName, FormFonts& fonts) {
+    if (form == nullptr || fontName.empty()) return;
+    for (const HWND control : controlsOf(form)) {
+        if (giveFont(control, fontName, fonts)) ::InvalidateRect(control, nullptr, FALSE);
     }
 }
 

@@ -24,4 +24,7 @@ private:
 /// @param fontName  face name; empty: nothing happens
 void ApplyFont(HWND form, std::wstring_view fontName, FormFonts& fonts);
 
+/// The same for a form that is open already and has got other fonts: no messages run.
+void ApplyFontQuietly(HWND form, std::wstring_view fontName, FormFonts& fonts);
+
 }  // namespace tovar

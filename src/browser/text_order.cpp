@@ -52,14 +52,35 @@ private:
 
     void orderRun(Run run) {
         if (run.end - run.next < 2) return;
-        const bool ended = !skipShared(run);
-        for (std::size_t place = run.next; place < run.end; ++place) {
-            const std::wstring_view text = textAt(place);
-            items_[place].setKey(ended ? text.size() : keyAt(text, run.depth));
-            work_.done();
+        bool ended = false;
+        if (!setKeys(run)) {  // all of them are alike: look for where they are not
+            ended = !skipShared(run);
+            if (ended) {
+                setLengths(run);
+            } else {
+                setKeys(run);
+            }
         }
         orderByKeys(items_.subspan(run.next, run.end - run.next), direction_, work_);
         if (!ended) runs_.push_back(run);
+    }
+
+    /// @return whether not all keys are alike
+    bool setKeys(const Run& run) {
+        bool differ = false;
+        for (std::size_t place = run.next; place < run.end; ++place) {
+            items_[place].setKey(keyAt(textAt(place), run.depth));
+            differ = differ || !items_[place].hasKeyOf(items_[run.next]);
+            work_.done();
+        }
+        return differ;
+    }
+
+    void setLengths(const Run& run) {
+        for (std::size_t place = run.next; place < run.end; ++place) {
+            items_[place].setKey(textAt(place).size());
+            work_.done();
+        }
     }
 
     /// The characters of a text from one on as a number that orders like them; 0 behind the text's end.

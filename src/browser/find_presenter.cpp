@@ -32,21 +32,30 @@ void FindPresenter::show() {
 }
 
 void FindPresenter::onTextChanged(std::wstring_view text) {
-    const bool isLonger = !text_.empty() && text.starts_with(text_);
+    const bool hasBegun = task_ != Task::BeginTyped;
+    isLonger_ = !text_.empty() && text.starts_with(text_) && (hasBegun || isLonger_);
     text_ = text;
     stop();
     view_.enableMoves(!text_.empty());
     view_.showState({}, false);
     if (text_.empty() || !browser_.currentFolder()) return;
+    if (browser_.isFilling()) {
+        wait(Task::BeginTyped);
+    } else {
+        beginTyped();
+    }
+}
+
+void FindPresenter::beginTyped() {
     const auto row = browser_.currentPlace();
     // The user has gone elsewhere: the search begins there.
     if (!lastRow_ || row != lastRow_) origin_ = row;
     moving_ = false;
-    search(isLonger ? row : origin_, Direction::Forward, Begin::AtRow);
+    search(isLonger_ ? row : origin_, Direction::Forward, Begin::AtRow);
 }
 
 void FindPresenter::onMove(Direction direction) {
-    if (!browser_.currentFolder()) return;
+    if (!browser_.currentFolder() || browser_.isFilling()) return;
     if (text_.empty()) {
         onFind();
         return;
@@ -71,43 +80,64 @@ void FindPresenter::search(std::optional<MemberPlace> row, Direction direction, 
 }
 
 void FindPresenter::onSlice() {
-    if (searching_) {
-        proceed();
-    } else {
-        view_.runSlices(false);
+    if (task_ != Task::None && browser_.isFilling()) return;
+    const Task task = task_;
+    stop();  // what throws is over
+    view_.runSlices(false);
+    if (!browser_.currentFolder()) return;
+    switch (task) {
+        case Task::BeginTyped:
+            beginTyped();
+            break;
+        case Task::Search:
+            proceed();
+            break;
+        case Task::ShowFound:
+            showFound();
+            break;
+        default:
+            break;
     }
 }
 
 void FindPresenter::proceed() {
-    const bool isFirst = !searching_;
-    searching_ = false;  // a search that throws is over
     const Outcome outcome = search_.step(kUnitsInSlice);
-    if (outcome != Outcome::Searching) {
-        finish(outcome);
-        return;
+    if (outcome == Outcome::Searching) {
+        wait(Task::Search);
+    } else if (outcome == Outcome::NotFound) {
+        view_.showState(kNotFound, true);
+    } else if (const Folder folder = search_.found().folder;
+               folder != browser_.currentFolder() && browser_.takesLongToShow(folder)) {
+        // Messages run then, and the text field may go with its window: not inside the field's own message.
+        wait(Task::ShowFound);
+    } else {
+        showFound();
     }
-    searching_ = true;
-    if (!isFirst) return;
+}
+
+void FindPresenter::wait(Task task) {
+    task_ = task;
     view_.showState(kSearching, false);
     view_.runSlices(true);
 }
 
-void FindPresenter::finish(Outcome outcome) {
-    view_.runSlices(false);
-    if (outcome == Outcome::NotFound || !browser_.showMember(search_.found())) {
-        view_.showState(kNotFound, true);
-        return;
-    }
-    lastRow_ = search_.found();
-    if (moving_) origin_ = lastRow_;
+void FindPresenter::showFound() {
+    const MemberPlace found = search_.found();
     std::wstring_view state;
     if (search_.wrapped()) state = direction_ == Direction::Forward ? kWentOnFromBeginning : kWentOnFromEnd;
-    view_.showState(state, false);
+    // When it is not shown, the user or the host went elsewhere meanwhile.
+    if (browser_.showMember(found)) {
+        lastRow_ = found;
+        if (moving_) origin_ = found;
+    } else {
+        state = {};
+    }
+    if (task_ == Task::None) view_.showState(state, false);
 }
 
 void FindPresenter::stop() {
-    if (!searching_) return;
-    searching_ = false;
+    if (task_ == Task::None) return;
+    task_ = Task::None;
     view_.runSlices(false);
 }
 

@@ -31,7 +31,7 @@ public:
 /// Decides what happens in the bar in which members are looked for by their names (NamePattern), in the whole archive.
 /// A text is looked for as it is typed, from the current row on: a longer text from what was found for the shorter one,
 /// another text from where the search began. While the archive is being listed, and when none is open, nothing is
-/// looked for.
+/// looked for. While the browser puts rows in order, messages run: the search waits then.
 class FindPresenter {
 public:
     using Direction = MemberSearch::Direction;
@@ -58,12 +58,16 @@ public:
 
 private:
     enum class Begin { AtRow, BesideRow };
+    /// What is to be done at the next slice.
+    enum class Task { None, BeginTyped, Search, ShowFound };
 
     void show();
     void onMove(Direction direction);
+    void beginTyped();
     void search(std::optional<MemberPlace> row, Direction direction, Begin begin);
     void proceed();
-    void finish(Outcome outcome);
+    void showFound();
+    void wait(Task task);
     void stop();
 
     FindView& view_;
@@ -73,8 +77,9 @@ private:
     std::optional<MemberPlace> origin_;   ///< the row where the search for a text begins
     std::optional<MemberPlace> lastRow_;  ///< the current row as the last search left it
     Direction direction_ = Direction::Forward;
-    bool moving_ = false;  ///< the search is for the next or the previous one
-    bool searching_ = false;
+    Task task_ = Task::None;
+    bool isLonger_ = false;  ///< the text goes on from the one that was looked for last
+    bool moving_ = false;    ///< the search is for the next or the previous one
     bool shown_ = false;
 };
 

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "browser/fakes/fake_browser_view.h"
@@ -368,6 +370,102 @@ TEST_F(SlicedFindTest, EndsTheSearchWithTheListing) {
 TEST_F(SlicedFindTest, StopsATimeThatNobodyNeeds) {
     view_.running = true;
     presenter_.onSlice();
+    EXPECT_FALSE(view_.running);
+}
+
+/// Stops for breath whenever it may, and does then what a test wants.
+class FakeBreather final : public Breather {
+public:
+    std::function<void()> whileBreathing;
+
+    void begin() override {}
+    [[nodiscard]] bool breathe() override {
+        if (whileBreathing) std::exchange(whileBreathing, nullptr)();
+        return true;
+    }
+};
+
+/// A sorted list, and a folder of 30,000 members that takes long to put in order.
+class PausedFindTest : public testing::Test {
+protected:
+    PausedFindTest() {
+        driver_.members = FakeDriver({L"first", L"other"}).members;
+        for (int number = 10'000; number < 40'000; ++number) {
+            driver_.members.push_back({.storedName = L"many/x" + std::to_wstring(number)});
+        }
+        browser_.fill(L"\\");
+        browserView_.focus = 0;
+        browser_.onHeaderClicked(0);  // other, first, many
+        presenter_.onFind();
+    }
+    [[nodiscard]] std::wstring selected() const {
+        return browserView_.selection.size() == 1 ? browser_.contents().text(browserView_.selection.front(), 0) : L"";
+    }
+
+    FakeFileSystem files_;
+    FakeFileTypes desktop_;
+    FakeDriver driver_;
+    FakeBreather breather_;
+    FakeBrowserView browserView_;
+    BrowserPresenter browser_{browserView_, {driver_, desktop_, files_, {}, nullptr, &breather_}, L"C:\\a.zip"};
+    FakeFindView view_;
+    FindPresenter presenter_{view_, browser_, driver_.entries()};
+};
+
+TEST_F(PausedFindTest, ShowsALargeFolderOutsideOfTheTextsOwnMessage) {
+    presenter_.onTextChanged(L"x20000");
+    EXPECT_EQ(view_.state, L"Searching...");
+    EXPECT_TRUE(view_.running);
+    EXPECT_EQ(browser_.currentFolder(), FolderModel::kRoot);
+    presenter_.onSlice();
+    EXPECT_EQ(selected(), L"x20000");
+    EXPECT_EQ(view_.state, L"");
+    EXPECT_FALSE(view_.running);
+    // The folder is there now.
+    presenter_.onTextChanged(L"x20001");
+    EXPECT_EQ(selected(), L"x20001");
+}
+
+TEST_F(PausedFindTest, LooksForATextThatIsTypedWhileRowsAreOrdered) {
+    presenter_.onTextChanged(L"x2");
+    breather_.whileBreathing = [this] {
+        presenter_.onTextChanged(L"x2000");
+        presenter_.onSlice();  // waits
+        presenter_.onTextChanged(L"x20001");
+        presenter_.onNext();
+        EXPECT_EQ(view_.state, L"Searching...");
+    };
+    presenter_.onSlice();
+    ASSERT_FALSE(breather_.whileBreathing);
+    EXPECT_EQ(selected(), L"x20000");
+    EXPECT_EQ(view_.state, L"Searching...");
+    ASSERT_TRUE(view_.running);
+    presenter_.onSlice();
+    EXPECT_EQ(selected(), L"x20001");
+    EXPECT_EQ(view_.state, L"");
+    EXPECT_FALSE(view_.running);
+}
+
+TEST_F(PausedFindTest, LeavesTheUserWhoGoesElsewhereMeanwhile) {
+    presenter_.onTextChanged(L"x2");
+    breather_.whileBreathing = [this] { browser_.onFolderSelected(FolderModel::kRoot); };
+    presenter_.onSlice();
+    ASSERT_FALSE(breather_.whileBreathing);
+    EXPECT_EQ(browser_.currentFolder(), FolderModel::kRoot);
+    EXPECT_EQ(view_.state, L"");
+    EXPECT_FALSE(view_.failed);
+    EXPECT_TRUE(browserView_.shownRows.empty());
+}
+
+TEST_F(PausedFindTest, EndsWithTheBarThatIsClosedMeanwhile) {
+    presenter_.onTextChanged(L"x2");
+    breather_.whileBreathing = [this] {
+        presenter_.onTextChanged(L"x3");
+        presenter_.onClose();
+    };
+    presenter_.onSlice();
+    ASSERT_FALSE(breather_.whileBreathing);
+    EXPECT_FALSE(view_.shown);
     EXPECT_FALSE(view_.running);
 }
 

@@ -22,7 +22,7 @@ constexpr UINT_PTR kSliceTimer = 1;
 
 // At 96 dots per inch.
 constexpr int kMargin = 4, kGap = 6, kButtonMargin = 12, kFieldMargin = 4, kFieldWidth = 240, kLeastFieldWidth = 60,
-              kStateWidth = 90;
+              kStateWidth = 90, kLeastStateWidth = 40;
 
 // Black on a light red, whatever the desktop's colours are; those of a high contrast stay.
 constexpr COLORREF kFailedText = RGB(0, 0, 0), kFailedField = RGB(255, 204, 204);
@@ -141,7 +141,9 @@ void FindBar::layOut() {
     int left = margin;
     for (const auto& [control, width] : row) {
         if (positions == nullptr) return;
-        positions = ::DeferWindowPos(positions, control, nullptr, left, fieldTop, width, rowHeight,
+        // The first letters of a state say nothing; the colour of the field still does.
+        const bool hasRoom = control != state_ || width >= scaled(kLeastStateWidth, dpi_);
+        positions = ::DeferWindowPos(positions, control, nullptr, left, fieldTop, hasRoom ? width : 0, rowHeight,
                                      SWP_NOZORDER | SWP_NOACTIVATE);
         left += width + gap;
     }
@@ -207,6 +209,7 @@ void FindBar::enableMoves(bool enabled) {
 }
 
 void FindBar::showState(std::wstring_view text, bool failed) {
+    if (hwnd() == nullptr) return;
     if (textOf(state_) != text) {
         ::SetWindowTextW(state_, std::wstring(text).c_str());
         if (!text.empty()) ::NotifyWinEvent(EVENT_SYSTEM_ALERT, state_, OBJID_CLIENT, CHILDID_SELF);
@@ -217,6 +220,7 @@ void FindBar::showState(std::wstring_view text, bool failed) {
 }
 
 void FindBar::runSlices(bool running) {
+    if (hwnd() == nullptr) return;  // a timer without a window is the host's
     if (running) {
         ::SetTimer(hwnd(), kSliceTimer, USER_TIMER_MINIMUM, nullptr);
     } else {

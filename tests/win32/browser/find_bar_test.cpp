@@ -147,7 +147,7 @@ TEST_F(FindBarTest, LiesBetweenListAndStatusBar) {
 TEST_F(FindBarTest, HasRoomForItsControlsInEveryWidth) {
     open({L"a"});
     openBar();
-    for (const int width : {1000, 600, 420}) {
+    for (const int width : {1000, 600, 420, 320}) {
         ::SetWindowPos(window(), nullptr, 0, 0, width, 400, SWP_NOZORDER | SWP_NOMOVE);
         LONG left = placeOf(bar()).left;
         for (const int id :
@@ -160,6 +160,9 @@ TEST_F(FindBarTest, HasRoomForItsControlsInEveryWidth) {
             left = place.right;
         }
         EXPECT_LE(left, placeOf(bar()).right) << width;
+        const RECT shown = placeOf(inBar(kFindState));
+        // Where there is room for some letters only, there are none.
+        EXPECT_EQ(::IsRectEmpty(&shown) != FALSE, width == 320);
     }
 }
 

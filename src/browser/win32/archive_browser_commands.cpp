@@ -154,7 +154,7 @@ bool fArcMain::onPaneKey(HWND pane, const KeyStroke& key) {
         return true;
     }
     if (key.key == Key::F6 && isPlain) {
-        moveFocus(key.shift);
+        moveFocus(key.shift, FocusStops::All);
         return true;
     }
     const BrowserCommand command = commandOfKey(key);

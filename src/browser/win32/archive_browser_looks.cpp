@@ -210,6 +210,6 @@ void fArcMain::onSplitterMoved() { layOut(); }
 
 int fArcMain::onSplitterFit() { return tree_.widthOfTexts(); }
 
-void fArcMain::onSplitterLeave(bool backwards) { moveFocus(backwards); }
+void fArcMain::onSplitterLeave(bool backwards) { moveFocus(backwards, FocusStops::All); }
 
 }  // namespace tovar

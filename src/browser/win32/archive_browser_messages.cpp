@@ -243,10 +243,12 @@ bool fArcMain::onNavigationKey(WORD key) {
 }
 
 // The host's message loop knows nothing of the window's controls, so the window goes from one to the next itself.
-void fArcMain::moveFocus(bool backwards) {
+void fArcMain::moveFocus(bool backwards, FocusStops stops) {
     std::vector<HWND> order = find_.tabStops();
-    order.insert(order.begin(), {address_.hwnd(), tree_.hwnd(), list_.hwnd()});
+    order.insert(order.begin(), {address_.hwnd(), tree_.hwnd(), splitter_.hwnd(), list_.hwnd()});
     const HWND focus = ::GetFocus();
+    // The splitter is for F6 alone: Tab goes to where the work is done, and the arrow keys of the panes are their own.
+    if (stops == FocusStops::WithoutSplitter && focus != splitter_.hwnd()) std::erase(order, splitter_.hwnd());
     const auto current = std::find_if(std::begin(order), std::end(order),
                                       [&](HWND control) { return control == focus || ::IsChild(control, focus); });
     const auto count = std::size(order);

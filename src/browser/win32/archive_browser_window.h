@@ -180,7 +180,8 @@ private:
     void runToTheEnd(const std::function<void()>& run);
     void showListMenu(LPARAM place);
     void showTreeMenu(LPARAM place);
-    void moveFocus(bool backwards);
+    enum class FocusStops { All, WithoutSplitter };
+    void moveFocus(bool backwards, FocusStops stops = FocusStops::WithoutSplitter);
     bool onNavigationKey(WORD key);
 
     std::function<void()> onUnloaded_;

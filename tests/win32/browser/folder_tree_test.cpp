@@ -147,6 +147,20 @@ TEST_F(FolderTreeTest, InsertsTheFoldersInsideAFolderWhenItIsOpened) {
     EXPECT_EQ(names(), Texts{L"file"});
 }
 
+TEST_F(FolderTreeTest, ShowsNamesOfEveryScript) {
+    // Written from right to left, with a combining mark, with a mark that turns the direction, beyond the 16-bit range.
+    const Texts written = {L"\u05E9\u05DC\u05D5\u05DD", L"e\u0301te\u0301", L"a\u202Etxt.exe", L"\xD83D\xDCE6"};
+    std::vector<std::wstring> storedNames;
+    for (const std::wstring& name : written) storedNames.push_back(name + L"/1");
+    open(storedNames);
+    EXPECT_EQ(textsIn(root()), written);
+    for (const std::wstring& name : written) {
+        enterAddress(L"a.zip\\" + name + L"\\");
+        EXPECT_EQ(selectedFolder(), name);
+        EXPECT_EQ(address(), L"a.zip\\" + name + L"\\");
+    }
+}
+
 TEST_F(FolderTreeTest, GoesDownTwoThousandLevels) {
     std::wstring path, key = L"\\";
     for (int level = 0; level < 2000; ++level) {

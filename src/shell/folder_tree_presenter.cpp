@@ -227,13 +227,19 @@ void FolderTreePresenter::mergeFolders(FolderNode node, std::vector<SubFolder> f
         }
         children.push_back(child);
     }
-    for (const auto& [name, child] : known) {
-        if (at(child).kept && source_.isFolder(path(child))) {
-            children.push_back(child);
+    // From the last one up: a tree moves what stands below each one that goes.
+    const std::vector<FolderNode> before = at(node).children;
+    std::vector<FolderNode> kept;
+    for (auto child = before.rbegin(); child != before.rend(); ++child) {
+        const auto left = known.find(at(*child).name);
+        if (left == known.end() || left->second != *child) continue;
+        if (at(*child).kept && source_.isFolder(path(*child))) {
+            kept.push_back(*child);
         } else {
-            forget(child);
+            forget(*child);
         }
     }
+    children.insert(children.end(), kept.rbegin(), kept.rend());
     childrenAre(node, std::move(children));
 }
 
@@ -378,7 +384,6 @@ void FolderTreePresenter::refresh() {
             loaded.push_back(number);
         } else if (node.children.empty()) {
             node.mayHaveFolders.reset();
-            display_.update(number);
         }
     }
     // Those above have the lower numbers: what has gone with one of them is not asked any more.

@@ -23,7 +23,8 @@ public:
     virtual void insert(FolderNode node, FolderNode parent, FolderNode after) = 0;
     /// Takes a folder away with all inside it.
     virtual void remove(FolderNode node) = 0;
-    /// The name of a folder has changed, or whether there are folders inside it.
+    /// The name of a folder has changed, or how it is shown. Whether there are folders inside it is asked whenever it
+    /// is painted.
     virtual void update(FolderNode node) = 0;
     virtual void expand(FolderNode node) = 0;
     /// Selects a folder and brings it into view; the presenter hears of it by onSelected.

@@ -131,7 +131,7 @@ LRESULT WenFolderTreeView::onGetDisplayInfo(NMHDR& header) {
 LRESULT WenFolderTreeView::onExpanding(NMHDR& header) {
     const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
     const FolderNode node = nodeOf(change.itemNew);
-    if ((change.action & TVE_EXPAND) == 0) {
+    if ((change.action & TVE_TOGGLE) == TVE_COLLAPSE) {
         presenter_.onCollapsing(node);
         return FALSE;
     }

@@ -53,21 +53,9 @@ FolderPlace specialPlace(int folder, std::wstring path, std::wstring_view fallba
     return place;
 }
 
-/// @return whether what a drive holds may only be asked for when the user wants it: its disk may be absent or far away
-bool isSlow(const std::wstring& path) {
-    if (!HasDriveRoot(path)) return true;
-    switch (::GetDriveTypeW(path.substr(0, 3).c_str())) {
-        case DRIVE_FIXED:
-        case DRIVE_RAMDISK:
-            return false;
-        default:
-            return true;
-    }
-}
-
 int driveIcon(const std::wstring& root) {
     // By its kind alone where looking at the disk would take long.
-    return SystemIconIndex(root, SHGFI_SMALLICON | (isSlow(root) ? SHGFI_USEFILEATTRIBUTES : 0));
+    return SystemIconIndex(root, SHGFI_SMALLICON | (isSlowPlace(root) ? SHGFI_USEFILEATTRIBUTES : 0));
 }
 
 std::wstring textOfItem(IShellFolder& folder, PCUITEMID_CHILD item, SHGDNF kind) {
@@ -167,7 +155,7 @@ SystemErrorCode ShellFolderSource::listFolders(const std::wstring& path, std::ve
 }
 
 bool ShellFolderSource::mayHaveFolders(const std::wstring& path) {
-    if (path.empty() || isSlow(path)) return true;
+    if (path.empty() || isSlowPlace(path)) return true;
     const QuietSystem quiet;
     const DWORD attributes = ::GetFileAttributesW(extendedPath(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return false;
@@ -192,7 +180,7 @@ bool ShellFolderSource::isFolder(const std::wstring& path) {
 }
 
 void ShellFolderSource::watchFolder(FolderWatchKey key, const std::wstring& path) {
-    if (!path.empty()) watch_.add(key, extendedPath(path), FILE_NOTIFY_CHANGE_DIR_NAME);
+    if (!path.empty()) watch_.add(key, path);
 }
 
 void ShellFolderSource::watchDrives(FolderWatchKey key) { drives_ = {key, ::GetLogicalDrives()}; }

@@ -1,10 +1,12 @@
 #pragma once
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "drivers/library_finder.h"
 #include "front/kind_table.h"
 #include "front/library_check.h"
+#include "host/console/terminal_passwords.h"
 #include "shell/work_folder.h"
 
 namespace tovar::host {
@@ -20,6 +22,7 @@ struct SystemParts {
     /// Owner of the libraries' questions: a hidden window, or, where there are none, anything that is not null, which
     /// lets a library ask on the terminal.
     std::shared_ptr<void> questionOwner;
+    std::unique_ptr<SecretInput> secrets;  ///< for libraries that cannot ask themselves
 };
 [[nodiscard]] SystemParts systemParts();
 
@@ -28,7 +31,8 @@ struct SystemParts {
 class SystemServices {
 public:
     /// @param messages  outlives this object
-    explicit SystemServices(MessageBoxes& messages) : messages_(messages) {}
+    explicit SystemServices(MessageBoxes& messages, SystemParts parts = systemParts())
+        : messages_(messages), parts_(std::move(parts)) {}
 
     [[nodiscard]] DriverServices drivers() {
         return {libraries_, messages_, parts_.regional, *parts_.files, passwords_};
@@ -46,8 +50,8 @@ public:
 
 private:
     MessageBoxes& messages_;
-    SystemParts parts_ = systemParts();
-    NoPasswords passwords_;
+    SystemParts parts_;
+    TerminalPasswords passwords_{std::move(parts_.secrets)};
     std::unique_ptr<LibraryFolders> folders_ = systemLibraryFolders();
     std::unique_ptr<ModuleLoader> loader_ = systemModuleLoader();
     LibraryFinder finder_{*parts_.paths, *parts_.files, *folders_, parts_.programFolder};

@@ -15,6 +15,7 @@ SystemParts systemParts() {
     parts.ansi = std::make_unique<Utf8Codec>();
     parts.programFolder = std::filesystem::read_symlink("/proc/self/exe").parent_path().wstring();
     parts.questionOwner = std::make_shared<char>();
+    parts.secrets = systemSecretInput();
     return parts;
 }
 

@@ -24,6 +24,7 @@ SystemParts systemParts() {
         [](void* window) {
             if (window != nullptr) ::DestroyWindow(static_cast<HWND>(window));
         });
+    parts.secrets = systemSecretInput();
     return parts;
 }
 

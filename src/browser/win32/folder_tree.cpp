@@ -78,6 +78,7 @@ void FolderTree::insertChildren(Folder folder) {
 
 void FolderTree::expand(Folder folder) {
     insertChildren(folder);
+    if (isExpanded(folder)) return;  // some tree views lay everything below out again
     ::SendMessageW(tree_, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(items_[folder]));
 }
 
@@ -124,8 +125,10 @@ void FolderTree::select(Folder folder, bool alsoExpand) {
     for (auto each = folders_->parent(folder); each; each = folders_->parent(*each)) above.push_back(*each);
     {
         const RedrawPause pause(tree_);
-        for (auto each = above.rbegin(); each != above.rend(); ++each) expand(*each);
+        for (auto each = above.rbegin(); each != above.rend(); ++each) insertChildren(*each);
+        // From the inside out: nothing below a closed folder has to be laid out yet, however deep it lies.
         if (alsoExpand) expand(folder);
+        for (const Folder each : above) expand(each);
     }
     const auto item = reinterpret_cast<LPARAM>(items_[folder]);
     ::SendMessageW(tree_, TVM_SELECTITEM, TVGN_CARET, item);

@@ -9,6 +9,16 @@
 #include "shell/win32/new_folder_dialog.h"
 
 namespace tovar {
+namespace {
+
+/// Closes what a dialog has opened over itself: another dialog, or a message box.
+BOOL CALLBACK closeIfAbove(HWND window, LPARAM dialog) {
+    const bool above = ::GetWindow(window, GW_OWNER) == reinterpret_cast<HWND>(dialog);
+    if (above && ::IsWindowVisible(window)) ::PostMessageW(window, WM_CLOSE, 0, 0);
+    return TRUE;
+}
+
+}  // namespace
 
 void fArcUnPack::SetFolder(std::wstring_view path) {
     presenter_.SetFolder(path);
@@ -19,8 +29,7 @@ void fArcUnPack::ask() { showModal(static_cast<HWND>(job_.owner), IDD_ARC_UNPACK
 
 void fArcUnPack::cancel() noexcept {
     if (hwnd() == nullptr) return;
-    const HWND above = ::GetWindow(hwnd(), GW_ENABLEDPOPUP);
-    if (above != nullptr && above != hwnd()) ::PostMessageW(above, WM_CLOSE, 0, 0);
+    ::EnumThreadWindows(::GetCurrentThreadId(), &closeIfAbove, reinterpret_cast<LPARAM>(hwnd()));
     ::EndDialog(hwnd(), IDCANCEL);
 }
 
@@ -41,6 +50,7 @@ void fArcUnPack::onLoad() {
                             {IDC_CHK_OPT, kRight},
                             {IDC_CHK_OPT_KEEP_FOLDERS, kRight}});
     CenterDialog(hwnd(), ::GetAncestor(static_cast<HWND>(job_.owner), GA_ROOT));
+    keepOnScreen(hwnd());
     presenter_.onLoad();
 }
 

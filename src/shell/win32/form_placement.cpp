@@ -1,5 +1,7 @@
 #include "shell/win32/form_placement.h"
 
+#include <algorithm>
+
 namespace tovar {
 namespace {
 
@@ -22,6 +24,20 @@ void CenterDialog(HWND dialog, HWND owner) {
     const SIZE size = sizeOf(own), room = sizeOf(around);
     ::SetWindowPos(dialog, nullptr, around.left + centredOffset(room.cx, size.cx),
                    around.top + centredOffset(room.cy, size.cy), 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void keepOnScreen(HWND window) {
+    RECT place{};
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (!::GetWindowRect(window, &place) ||
+        !::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor)) {
+        return;
+    }
+    const RECT& screen = monitor.rcWork;
+    const LONG left = std::max(std::min(place.left, screen.right - (place.right - place.left)), screen.left);
+    const LONG top = std::max(std::min(place.top, screen.bottom - (place.bottom - place.top)), screen.top);
+    ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void EmbedForm(HWND form, HWND container, bool fit) {

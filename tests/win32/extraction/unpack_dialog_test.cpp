@@ -249,6 +249,20 @@ TEST_F(UnpackDialog, CutsLongTextsInsteadOfItsLayout) {
     });
 }
 
+TEST_F(UnpackDialog, StaysOnTheScreenOfAHostInItsCorner) {
+    ::SetWindowPos(owner.get(), nullptr, -400, -300, 300, 200, SWP_NOZORDER | SWP_NOACTIVATE);
+    show([&](const UnpackControls& dialog) {
+        RECT screen{};
+        ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+        const RECT place = placeOf(dialog.dialog);
+        EXPECT_GE(place.left, screen.left);
+        EXPECT_GE(place.top, screen.top);
+        EXPECT_LE(place.right, screen.right);
+        EXPECT_LE(place.bottom, screen.bottom);
+        dialog.press(IDCANCEL);
+    });
+}
+
 TEST_F(UnpackDialog, ClosesWithWhatItHasOpened) {
     bool closed = false;
     const DialogUser<IDC_TXT_NAME> namer([&](HWND) {

@@ -247,6 +247,20 @@ TEST_F(FolderTreeView, HoldsThousandsOfFoldersWithoutWaiting) {
     host_.reset();
 }
 
+TEST_F(FolderTreeView, OpensALinkToTheFolderThatHoldsItStepByStep) {
+    const auto isThere = [this](const wchar_t* name) {
+        return ::GetFileAttributesW((room_ / name).c_str()) != INVALID_FILE_ATTRIBUTES;
+    };
+    if (!runBelow(room_.path(), L"ln -s . loop")) GTEST_SKIP() << "links are made below Wine only";
+    ASSERT_TRUE(waitUntil([&] { return isThere(L"loop"); }));
+    EXPECT_TRUE(view_.SelectFolder(room_ / LR"(loop\loop)"));
+    EXPECT_EQ(view_.SelectedFolder(), room_ / LR"(loop\loop)");
+    EXPECT_TRUE(tree().hasButton(tree().caret()));
+    EXPECT_EQ(tree().next(TVGN_CHILD, tree().caret()), nullptr);
+    runBelow(room_.path(), L"rm loop");
+    EXPECT_TRUE(waitUntil([&] { return !isThere(L"loop"); }));
+}
+
 TEST_F(FolderTreeView, FollowsItsWindowsSize) {
     ::SetWindowPos(view_.hwnd(), nullptr, 0, 0, 200, 100, SWP_NOZORDER);
     const RECT place = placeOf(view_.tree());

@@ -4,7 +4,11 @@
 windows_path() {
     local path
     path=$(realpath "$1")
-    printf 'Z:%s' "${path//\//\\}"
+    case $path in
+    "$WINEPREFIX"/drive_c/*) path=C:${path#"$WINEPREFIX/drive_c"} ;;
+    *) path=Z:$path ;;
+    esac
+    printf '%s' "${path//\//\\}"
 }
 
 # Takes the screen until two pictures in a row are the same: then everything is drawn.
@@ -18,6 +22,14 @@ settled_picture() {
         before=$now
     done
     fail "The screen never came to rest"
+}
+
+# Gives the screen another scale; programs that start from now on are shown at it.
+# $1: per cent; 100 is 96 dots per inch
+set_scale() {
+    wine_registry 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d $((96 * $1 / 100))
+    quiet wineserver -k
+    start_wine_server
 }
 
 # Starts the sample host with an archive, waits for its report and sets $report. $host_pid is the running host's.

@@ -1,9 +1,10 @@
 # A Wine prefix of our own, and a display for it. Sourced, not run.
-# TOVAREX_WINE_PREFIX names another folder for the prefix.
+# TOVAREX_WINE_PREFIX names another folder for the prefix, TOVAREX_SCREEN another size of the virtual display.
 
 export WINEPREFIX=${TOVAREX_WINE_PREFIX:-$build/wine} WINEARCH=win32
 export WINEDLLOVERRIDES="mscoree=;mshtml=" # none of ours is written for .NET or HTML: no prompts for their packages
 export WINEDEBUG=${WINEDEBUG:--all}
+screen_size=${TOVAREX_SCREEN:-1280x1024}
 export LC_ALL=${TOVAREX_LOCALE:-C.UTF-8} # the locale gives the ANSI code page: 1252 here
 
 quiet() { "$@" </dev/null >/dev/null 2>&1; }
@@ -13,7 +14,7 @@ ensure_display() {
     [ -n "${DISPLAY:-}" ] && return 0
     local number
     exec {display_fd}<> <(:)
-    Xvfb -displayfd "$display_fd" -screen 0 1280x1024x24 -nolisten tcp </dev/null >"$build/logs/xvfb.log" 2>&1 &
+    Xvfb -displayfd "$display_fd" -screen 0 "${screen_size}x24" -nolisten tcp </dev/null >"$build/logs/xvfb.log" 2>&1 &
     virtual_display_pid=$!
     read -r -t 20 -u "$display_fd" number || fail "The virtual display did not start; see $build/logs/xvfb.log"
     export DISPLAY=:$number
@@ -27,7 +28,7 @@ ensure_prefix() {
     rm -rf "$WINEPREFIX"
     logged wineboot timeout 300 wine wineboot -i
     wine_registry 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0
-    wine_registry 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1024
+    wine_registry 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d "$screen_size"
     mkdir -p "$WINEPREFIX/drive_c/windows/Fonts"
     cp /usr/share/wine/fonts/*.ttf /usr/share/wine/fonts/*.fon "$WINEPREFIX/drive_c/windows/Fonts/"
     quiet wineserver -w

@@ -137,11 +137,6 @@ std::optional<LRESULT> fArcMain::onOpenBandMenu(WPARAM letter, LPARAM menu) {
     return 0;
 }
 
-std::optional<LRESULT> fArcMain::onMenuSelect(WPARAM wParam, LPARAM lParam) {
-    menuBand_.onMenuSelect(wParam, lParam);
-    return 0;
-}
-
 LRESULT fArcMain::onHint(NMHDR& header) {
     BrowserToolbar::onHint(reinterpret_cast<NMTTDISPINFOW&>(header));
     return 0;

@@ -43,7 +43,6 @@ std::optional<LRESULT> fArcMain::onMessage(UINT message, WPARAM wParam, LPARAM l
         {kOpenRow, &fArcMain::onOpenRow},
         {kSortRows, &fArcMain::onSortRows},
         {kShowFolder, &fArcMain::onShowFolder},
-        {WM_MENUSELECT, &fArcMain::onMenuSelect},
         {WM_CONTEXTMENU, &fArcMain::onContextMenu},
         {WM_MOUSEACTIVATE, &fArcMain::onMouseActivate},
         {WM_COMMAND, &fArcMain::onCommand},

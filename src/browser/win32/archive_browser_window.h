@@ -136,7 +136,6 @@ private:
     std::optional<LRESULT> onScaleChanged(WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> onScaleOfHostChanged(WPARAM, LPARAM);
     std::optional<LRESULT> onOpenBandMenu(WPARAM letter, LPARAM menu);
-    std::optional<LRESULT> onMenuSelect(WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> onContextMenu(WPARAM pane, LPARAM place);
     std::optional<LRESULT> onShowContextMenu(WPARAM pane, LPARAM place);
     std::optional<LRESULT> onRunCommand(WPARAM command, LPARAM);

@@ -56,6 +56,7 @@ bool ContentsView::create(HWND parent, PaneKeys& keys, MessageBoxes& messages) {
     if (list_ == nullptr) return false;
     constexpr DWORD kExtended = LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_DOUBLEBUFFER;
     ::SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
+    ownProcedure_ = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(list_, GWLP_WNDPROC));
     if (!watchKeys(list_, keys)) return false;
     ShareImageLists(list_);
     AttachSystemImageList(list_, true);
@@ -235,8 +236,7 @@ void ContentsView::showRow(int row) {
 std::vector<std::uint32_t> ContentsView::selectedRows() const {
     std::vector<std::uint32_t> rows;
     rows.reserve(selectedCount());
-    for (LRESULT row = -1;
-         (row = ::SendMessageW(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(row), LVNI_SELECTED)) >= 0;) {
+    for (LRESULT row = -1; (row = ask(LVM_GETNEXTITEM, static_cast<WPARAM>(row), LVNI_SELECTED)) >= 0;) {
         rows.push_back(static_cast<std::uint32_t>(row));
     }
     return rows;
@@ -258,11 +258,15 @@ int ContentsView::rowAt(POINT point) const {
     return static_cast<int>(::SendMessageW(list_, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
 }
 
+LRESULT ContentsView::ask(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return ::CallWindowProcW(ownProcedure_, list_, message, wParam, lParam);
+}
+
 void ContentsView::setState(int row, UINT state, UINT mask) {
     LVITEMW item{};
     item.state = state;
     item.stateMask = mask;
-    ::SendMessageW(list_, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    ask(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
 std::uint32_t ContentsView::selectedCount() const { return SelectedCount(list_); }

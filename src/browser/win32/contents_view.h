@@ -81,10 +81,13 @@ private:
     [[nodiscard]] HWND header() const;
     void showColumns();
     void showSortArrow();
+    /// Sends a message past those who watch the list: what is asked for every row is asked very often.
+    LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void setState(int row, UINT state, UINT mask);
     void selectOnly(const std::vector<std::uint32_t>& rows);
 
     HWND list_ = nullptr;
+    WNDPROC ownProcedure_ = nullptr;
     const ContentsList* contents_ = nullptr;
     std::vector<int> measuredWidths_;  ///< of the columns, as their texts want them
     int changing_ = 0;

@@ -25,6 +25,34 @@ thread_local MenuBand* trackedBand = nullptr;
 
 using UniqueHook = std::unique_ptr<std::remove_pointer_t<HHOOK>, CloseWith<&::UnhookWindowsHookEx>>;
 
+/// An entry of a menu that is open.
+struct SelectedEntry {
+    int place = -1;          ///< -1 = none
+    HMENU inside = nullptr;  ///< the menu that the entry opens
+};
+
+SelectedEntry selectedEntry(HMENU menu) noexcept {
+    const int count = menu == nullptr ? 0 : ::GetMenuItemCount(menu);
+    for (int place = 0; place < count; ++place) {
+        MENUITEMINFOW item{};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_STATE | MIIM_SUBMENU;
+        if (::GetMenuItemInfoW(menu, static_cast<UINT>(place), TRUE, &item) != FALSE &&
+            (item.fState & MFS_HILITE) != 0) {
+            const bool canOpen = (item.fState & (MFS_DISABLED | MFS_GRAYED)) == 0;
+            return {place, canOpen ? item.hSubMenu : nullptr};
+        }
+    }
+    return {};
+}
+
+/// @return whether the right arrow key opens a menu inside, of this entry or of the one selected in its own menu
+bool opensMenu(SelectedEntry entry) noexcept {
+    if (entry.inside == nullptr) return false;
+    const SelectedEntry deeper = selectedEntry(entry.inside);
+    return deeper.place < 0 || opensMenu(deeper);
+}
+
 wchar_t upperCase(wchar_t letter) noexcept {
     return static_cast<wchar_t>(reinterpret_cast<ULONG_PTR>(
         ::CharUpperW(reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(letter))))));
@@ -143,8 +171,6 @@ BrowserCommand MenuBand::show(std::size_t place, By by) {
     ::MapWindowPoints(band_, HWND_DESKTOP, reinterpret_cast<POINT*>(&button), 2);
     shown_ = place;
     menu_ = menu.get();
-    selectedIn_ = nullptr;
-    submenuSelected_ = false;
     const auto id = static_cast<WPARAM>(kMenus[place].command);
     ::SendMessageW(band_, TB_PRESSBUTTON, id, TRUE);
     if (::GetFocus() == band_) ::SendMessageW(band_, TB_SETHOTITEM, place, 0);
@@ -162,11 +188,6 @@ BrowserCommand MenuBand::show(std::size_t place, By by) {
     return chosen;
 }
 
-void MenuBand::onMenuSelect(WPARAM wParam, LPARAM lParam) noexcept {
-    selectedIn_ = reinterpret_cast<HMENU>(lParam);
-    submenuSelected_ = (HIWORD(wParam) & (MF_POPUP | MF_GRAYED | MF_DISABLED)) == MF_POPUP;
-}
-
 LRESULT CALLBACK MenuBand::filterProcedure(int code, WPARAM wParam, LPARAM lParam) noexcept {
     if (code == MSGF_MENU && trackedBand != nullptr &&
         trackedBand->onMenuMessage(*reinterpret_cast<const MSG*>(lParam))) {
@@ -180,9 +201,9 @@ bool MenuBand::onMenuMessage(const MSG& message) {
     const auto under = placeAt(message.pt);
     switch (message.message) {
         case WM_KEYDOWN:
-            if (message.wParam == VK_RIGHT && !submenuSelected_) {
+            if (message.wParam == VK_RIGHT && !opensMenu(selectedEntry(menu_))) {
                 switchTo(neighbour(shown_, false));
-            } else if (message.wParam == VK_LEFT && (selectedIn_ == nullptr || selectedIn_ == menu_)) {
+            } else if (message.wParam == VK_LEFT && selectedEntry(selectedEntry(menu_).inside).place < 0) {
                 switchTo(neighbour(shown_, true));
             } else {
                 return false;

@@ -49,9 +49,6 @@ public:
     void open(int menu, By by);
     void openByLetter(wchar_t letter);
 
-    /// WM_MENUSELECT of the window around it.
-    void onMenuSelect(WPARAM wParam, LPARAM lParam) noexcept;
-
 private:
     static LRESULT CALLBACK keyProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                          DWORD_PTR data) noexcept;
@@ -74,10 +71,8 @@ private:
     HWND parent_ = nullptr, band_ = nullptr;
     MenuBandOwner* owner_ = nullptr;
     bool showing_ = false;
-    std::size_t shown_ = 0;       ///< place of the open menu
-    HMENU menu_ = nullptr;        ///< the open menu
-    HMENU selectedIn_ = nullptr;  ///< the menu, inside it or not, whose entry is selected
-    bool submenuSelected_ = false;
+    std::size_t shown_ = 0;              ///< place of the open menu
+    HMENU menu_ = nullptr;               ///< the open menu
     std::optional<std::size_t> wanted_;  ///< place of the menu to go on to
 };
 

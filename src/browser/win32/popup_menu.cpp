@@ -8,8 +8,8 @@ namespace {
 
 class MenuMaker {
 public:
-    MenuMaker(const std::function<bool(BrowserCommand)>& isEnabled, ViewStyle style)
-        : isEnabled_(isEnabled), style_(style) {}
+    MenuMaker(const std::function<bool(BrowserCommand)>& isEnabled, ViewStyle style, bool withKeys)
+        : isEnabled_(isEnabled), style_(style), withKeys_(withKeys) {}
 
     [[nodiscard]] UniqueMenu make(std::span<const BrowserCommand> entries) const {
         UniqueMenu menu(::CreatePopupMenu());
@@ -29,7 +29,8 @@ private:
             item.fType = MFT_SEPARATOR;
             return ::InsertMenuItemW(menu, place, TRUE, &item) != FALSE;
         }
-        std::wstring text = menuLine(*describe(entry));
+        const CommandDescription& command = *describe(entry);
+        std::wstring text = withKeys_ ? menuLine(command) : std::wstring(command.menuText);
         item.fMask |= MIIM_ID | MIIM_STATE | MIIM_STRING;
         item.wID = static_cast<UINT>(entry);
         item.dwTypeData = text.data();
@@ -52,12 +53,15 @@ private:
 
     const std::function<bool(BrowserCommand)>& isEnabled_;
     ViewStyle style_;
+    bool withKeys_;
 };
 
 }  // namespace
 
 UniqueMenu makePopupMenu(BrowserMenu menu, const std::function<bool(BrowserCommand)>& isEnabled, ViewStyle style) {
-    UniqueMenu made = MenuMaker(isEnabled, style).make(entriesOf(menu));
+    // The keys mean rows of the list, not the folder that was clicked.
+    const bool withKeys = menu != BrowserMenu::Folders;
+    UniqueMenu made = MenuMaker(isEnabled, style, withKeys).make(entriesOf(menu));
     const BrowserCommand bold = defaultEntryOf(menu);
     if (made != nullptr && bold != kNoCommand) ::SetMenuDefaultItem(made.get(), static_cast<UINT>(bold), FALSE);
     return made;

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "browser/fakes/fake_browser_actions.h"
 #include "browser/fakes/fake_driver.h"
 #include "browser/fakes/fake_file_types.h"
 #include "browser/win32/archive_browser_window.h"
@@ -41,7 +42,7 @@ protected:
     void create(std::wstring fontName = {}) {
         browser_ = std::make_unique<fArcMain>(
             BrowserRequest{L"C:\\files\\a.zip", &driver_, L"C:\\work\\", std::move(fontName)},
-            BrowserWindowPorts{files_, desktop_, messages_, {}}, [this] { ++timesUnloaded_; });
+            BrowserWindowPorts{files_, desktop_, messages_, {}, &actions_}, [this] { ++timesUnloaded_; });
         ASSERT_NE(browser_->hWnd(), nullptr);
     }
     /// Makes the window a child of the host's, 800 by 500 pixels.
@@ -177,6 +178,7 @@ protected:
     FakeFileTypes desktop_;
     FakeDriver driver_;
     FakeMessageBoxes messages_;
+    FakeBrowserActions actions_;
     HWND host_ = nullptr;
     int timesUnloaded_ = 0;
     std::unique_ptr<fArcMain> browser_;

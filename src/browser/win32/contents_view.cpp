@@ -17,6 +17,7 @@ namespace tovar {
 namespace {
 
 constexpr int kEveryRow = -1;
+constexpr std::uint32_t kManyRows = 200;
 constexpr int kSmallIcon = 16, kLargeIcon = 32;  // at 96 dots per inch
 
 int widthOf(const ContentsColumn& column, const TextExtent& extent) {
@@ -73,8 +74,8 @@ void ContentsView::clear() {
     const Changing changing(*this);
     const RedrawPause pause(list_);
     contents_ = nullptr;
-    setState(kEveryRow, 0, LVIS_SELECTED | LVIS_FOCUSED);
     ::SendMessageW(list_, LVM_SETITEMCOUNT, 0, 0);
+    setState(kEveryRow, 0, LVIS_SELECTED | LVIS_FOCUSED);
     while (::SendMessageW(list_, LVM_DELETECOLUMN, 0, 0) != FALSE) {
     }
 }
@@ -217,8 +218,24 @@ void ContentsView::invertSelection() {
     selectOnly(others);
 }
 
-void ContentsView::selectOnly(const std::vector<std::uint32_t>& rows) {
+// Some lists take rows out of the selection one by one, and very many take seconds. A list that has no rows for a
+// moment forgets the selection at once, and with it the focus and how far it was scrolled.
+void ContentsView::selectNone() {
+    if (selectedCount() >= kManyRows) {
+        const auto count = static_cast<WPARAM>(::SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0));
+        const int focused = focusedRow();
+        const LRESULT top = ::SendMessageW(list_, LVM_GETTOPINDEX, 0, 0);
+        ::SendMessageW(list_, LVM_SETITEMCOUNT, 0, 0);
+        ::SendMessageW(list_, LVM_SETITEMCOUNT, count, 0);
+        if (focused >= 0) setState(focused, LVIS_FOCUSED, LVIS_FOCUSED);
+        ::SendMessageW(list_, LVM_ENSUREVISIBLE, count - 1, FALSE);
+        ::SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(top), FALSE);
+    }
     setState(kEveryRow, 0, LVIS_SELECTED);
+}
+
+void ContentsView::selectOnly(const std::vector<std::uint32_t>& rows) {
+    selectNone();
     for (const std::uint32_t row : rows) setState(static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
 }
 
@@ -226,7 +243,7 @@ void ContentsView::showRow(int row) {
     const Changing changing(*this);
     {
         const RedrawPause pause(list_);
-        setState(kEveryRow, 0, LVIS_SELECTED);
+        selectNone();
         setState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
         ::SendMessageW(list_, LVM_SETSELECTIONMARK, 0, row);  // a selection with Shift goes on from here
     }

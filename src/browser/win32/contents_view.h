@@ -84,6 +84,7 @@ private:
     /// Sends a message past those who watch the list: what is asked for every row is asked very often.
     LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void setState(int row, UINT state, UINT mask);
+    void selectNone();
     void selectOnly(const std::vector<std::uint32_t>& rows);
 
     HWND list_ = nullptr;

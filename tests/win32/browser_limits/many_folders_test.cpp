@@ -36,6 +36,15 @@ TEST_F(ManyFolders, ShowsFiftyThousandInOneFolder) {
 
     ::SendMessageW(window(), WM_COMMAND, mnuEditSelectAll, 0);
     EXPECT_EQ(status(), L"50000 Objects are selected.");
+    send(LV1, LVM_ENSUREVISIBLE, 40000, FALSE);
+    focus(40000);
+    const LRESULT top = send(LV1, LVM_GETTOPINDEX);
+    ::SendMessageW(window(), WM_COMMAND, mnuEditSelectInvert, 0);
+    EXPECT_EQ(status(), L"0 Objects are selected.");
+    EXPECT_TRUE(selectedRows().empty());
+    EXPECT_EQ(send(LV1, LVM_GETTOPINDEX), top);
+    EXPECT_EQ(send(LV1, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), 40000);
+    ::SendMessageW(window(), WM_COMMAND, mnuEditSelectAll, 0);
     selectItem(inside.back());
     runPendingMessages();
     EXPECT_EQ(names(), Texts{L"x.txt"});

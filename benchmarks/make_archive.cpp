@@ -1,7 +1,8 @@
-// Makes an archive with many small members: make_archive zip|tar COUNT FILE
+// Makes an archive with many small members: make_archive zip|tar COUNT FILE [spread|flat|folders]
 //
-// Members are spread over folders of 500, as a backup of a source tree would have them. Written by libarchive, so that
-// what is measured did not make its own input.
+// Members are spread over folders of 500, as a backup of a source tree would have them; or lie all in one folder
+// (flat); or each in a folder of its own, and those in one folder (folders). Written by libarchive, so that what is
+// measured did not make its own input.
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -11,8 +12,10 @@
 #include <cstring>
 
 int main(int count, char** arguments) {
-    if (count != 4) {
-        std::fprintf(stderr, "make_archive zip|tar COUNT FILE\n");
+    const char* const layout = count == 5 ? arguments[4] : "spread";
+    const bool flat = std::strcmp(layout, "flat") == 0, folders = std::strcmp(layout, "folders") == 0;
+    if ((count != 4 && count != 5) || (!flat && !folders && std::strcmp(layout, "spread") != 0)) {
+        std::fprintf(stderr, "make_archive zip|tar COUNT FILE [spread|flat|folders]\n");
         return 2;
     }
     const bool zip = std::strcmp(arguments[1], "zip") == 0;
@@ -30,8 +33,14 @@ int main(int count, char** arguments) {
     }
     for (long i = 0; i < members; ++i) {
         char name[96], text[64];
-        std::snprintf(name, sizeof name, "project-%03ld/module-%02ld/source_file_%07ld.txt", i / 25000, i / 500 % 50,
-                      i);
+        if (flat) {
+            std::snprintf(name, sizeof name, "all/source_file_with_a_longer_name_%07ld.txt", i);
+        } else if (folders) {
+            std::snprintf(name, sizeof name, "all/folder_%07ld/member.txt", i);
+        } else {
+            std::snprintf(name, sizeof name, "project-%03ld/module-%02ld/source_file_%07ld.txt", i / 25000,
+                          i / 500 % 50, i);
+        }
         const int length = std::snprintf(text, sizeof text, "member number %ld\n", i);
         archive_entry* entry = archive_entry_new();
         archive_entry_set_pathname(entry, name);

@@ -25,7 +25,7 @@ struct DriverDescription {
     std::uint16_t minimumVersion = 0;
     bool hasCursorMode = true;
     bool hasCommandLine = true;  ///< false: the driver tells of failures itself, in boxes of its own
-    bool changeable = false;  ///< members can be added to and deleted from archives of the kind
+    bool changeable = false;     ///< members can be added to and deleted from archives of the kind
     ContentsColumns columns{};
     ExtractWords extract{};
 };

@@ -247,10 +247,10 @@ TEST_F(BrowserPresenterTest, FindsAFolderNamedLikeTheArchive) {
     EXPECT_EQ(shownKey(), L"\\a.zip\\");
 }
 
-TEST_F(BrowserPresenterTest, StaysForAnAddressThatDiffersFromItsOwnOnlyInCase) {
+TEST_F(BrowserPresenterTest, StaysForAnotherFormOfItsOwnAddress) {
     fill({L"a/1", L"A/2"}, L"\\a\\");
     const int shown = view_.timesContentsShown;
-    for (const wchar_t* text : {L"a.zip\\A\\", L"\\a\\"}) {
+    for (const wchar_t* text : {L"a.zip\\A\\", L"\\a\\", L"a.zip\\a", L"a.zip/a/"}) {
         view_.address = text;
         presenter_.onAddressEntered(text);
         EXPECT_EQ(shownKey(), L"\\a\\");

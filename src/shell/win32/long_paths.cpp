@@ -34,8 +34,8 @@ std::wstring plainPath(const std::wstring& path) {
     // Only where there is a short name: the way is looked at name by name, which takes its time on a network.
     if (whole.find(L'~') != whole.npos) {
         const std::wstring asked = whole.size() < MAX_PATH ? whole : extendedPath(whole);
-        std::wstring named = textOfSystem(
-            [&](wchar_t* buffer, DWORD size) { return ::GetLongPathNameW(asked.c_str(), buffer, size); });
+        std::wstring named =
+            textOfSystem([&](wchar_t* buffer, DWORD size) { return ::GetLongPathNameW(asked.c_str(), buffer, size); });
         if (!named.empty()) whole = withoutExtension(std::move(named));
     }
     return StripTrailingSeparator(whole);

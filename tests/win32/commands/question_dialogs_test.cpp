@@ -201,7 +201,7 @@ TEST_F(QuestionTest, DiskSpaceIsAnswered) {
 TEST_F(QuestionTest, NothingIsAskedOverAWindowThatHasGone) {
     WindowsDialogs dialogs(settings, [] { return ProgressTime{0}; });
     ::DestroyWindow(host.window());
-    EXPECT_EQ(dialogs.askReplace({L"a", 1, std::nullopt, member}), ReplaceAnswer::kNo);
+    EXPECT_EQ(dialogs.askReplace({L"a", 1, std::nullopt, member}), ReplaceAnswer::kCancel) << "nobody wants it now";
     EXPECT_EQ(dialogs.askPassword(L"a.zip", member, 1), std::nullopt);
     EXPECT_FALSE(dialogs.askDiskSpace(2, 1));
 }

@@ -29,6 +29,7 @@ std::optional<LRESULT> fArcMain::onMessage(UINT message, WPARAM wParam, LPARAM l
         {WM_CREATE, &fArcMain::onCreate},
         {WM_DESTROY, &fArcMain::onDestroy},
         {WM_CLOSE, &fArcMain::onClose},
+        {WM_TIMER, &fArcMain::onTimer},
         {WM_SIZE, &fArcMain::onSize},
         {WM_WINDOWPOSCHANGING, &fArcMain::onMoving},
         {WM_WINDOWPOSCHANGED, &fArcMain::onMoved},

@@ -64,7 +64,7 @@ void fArcMain::suspendPainting(bool suspended) {
 
 void fArcMain::showModeless() {
     if (hwnd() == nullptr) return;
-    hostWatch_.start(::GetAncestor(hwnd(), GA_PARENT), *this);
+    hostWatch_.start(hwnd(), ::GetAncestor(hwnd(), GA_PARENT), *this);
     ::ShowWindow(hwnd(), SW_SHOW);
     ::BringWindowToTop(hwnd());
     ::SetFocus(list_.hwnd());

@@ -125,6 +125,7 @@ private:
     std::optional<LRESULT> onDestroy(WPARAM, LPARAM);
     std::optional<LRESULT> onClose(WPARAM, LPARAM);
     std::optional<LRESULT> onSize(WPARAM, LPARAM);
+    std::optional<LRESULT> onTimer(WPARAM wParam, LPARAM);
     std::optional<LRESULT> onMinimumSize(WPARAM, LPARAM lParam);
     std::optional<LRESULT> onFocus(WPARAM, LPARAM);
     std::optional<LRESULT> onFocusMoved(WPARAM, LPARAM);

@@ -1,37 +1,38 @@
 #include "browser/win32/host_watch.h"
 
-// windows.h first
-#include <commctrl.h>
-
 namespace tovar {
+namespace {
 
-void HostWatch::start(HWND host, HostSizeListener& listener) noexcept {
-    if (host == host_) return;
+constexpr UINT kInterval = 50;  ///< milliseconds: a border that is drawn with the mouse is followed well enough
+
+}  // namespace
+
+void HostWatch::start(HWND window, HWND host, HostSizeListener& listener) noexcept {
     stop();
+    if (host == nullptr || ::SetTimer(window, kTimer, kInterval, nullptr) == 0) return;
+    window_ = window;
+    host_ = host;
     listener_ = &listener;
-    const auto self = reinterpret_cast<DWORD_PTR>(this);
-    if (host != nullptr && ::SetWindowSubclass(host, &procedure, self, self) != FALSE) host_ = host;
+    size_ = sizeOfHost();
 }
 
 void HostWatch::stop() noexcept {
-    if (host_ != nullptr) ::RemoveWindowSubclass(host_, &procedure, reinterpret_cast<UINT_PTR>(this));
+    if (host_ != nullptr) ::KillTimer(window_, kTimer);
     host_ = nullptr;
 }
 
-LRESULT CALLBACK HostWatch::procedure(HWND host, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR data) noexcept {
-    if (message == WM_NCDESTROY) reinterpret_cast<HostWatch*>(data)->stop();
-    const LRESULT answer = ::DefSubclassProc(host, message, wParam, lParam);
-    if (message != WM_SIZE || wParam == SIZE_MINIMIZED) return answer;
-    // The host may have closed the browser meanwhile.
-    DWORD_PTR stillThere = 0;
-    if (::GetWindowSubclass(host, &procedure, id, &stillThere) == FALSE) return answer;
-    try {
-        reinterpret_cast<HostWatch*>(data)->listener_->onHostSized();
-    } catch (...) {
-        // The window stays as it is.
-    }
-    return answer;
+void HostWatch::onTimer(UINT_PTR timer) {
+    if (timer != kTimer || host_ == nullptr || ::IsIconic(host_)) return;
+    const SIZE now = sizeOfHost();
+    if (now.cx == size_.cx && now.cy == size_.cy) return;
+    size_ = now;
+    listener_->onHostSized();  // the watch may go in it
+}
+
+SIZE HostWatch::sizeOfHost() const noexcept {
+    RECT client{};
+    ::GetClientRect(host_, &client);
+    return {client.right, client.bottom};
 }
 
 }  // namespace tovar

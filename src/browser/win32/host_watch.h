@@ -11,8 +11,8 @@ public:
     virtual void onHostSized() = 0;
 };
 
-/// Listens to a window of the host's while it lives. The window keeps its own procedure: it is watched in the way of
-/// the common controls, which many can use side by side, and let go in any order.
+/// Follows the size of a window of the host's by looking at it every few moments. Nothing is left in the host's own
+/// window procedure: the host may unload the component within it, and would come back to code that has gone.
 class HostWatch {
 public:
     HostWatch() = default;
@@ -20,16 +20,22 @@ public:
     HostWatch(const HostWatch&) = delete;
     HostWatch& operator=(const HostWatch&) = delete;
 
-    /// @param host  a window of this thread; of another thread's nothing is heard
-    void start(HWND host, HostSizeListener& listener) noexcept;
+    /// @param window    of this thread; hands each WM_TIMER to `onTimer`
+    /// @param listener  outlives the watch
+    void start(HWND window, HWND host, HostSizeListener& listener) noexcept;
     void stop() noexcept;
 
-private:
-    static LRESULT CALLBACK procedure(HWND host, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR data) noexcept;
+    /// @param timer  of the message; other timers than the watch's own are passed over
+    void onTimer(UINT_PTR timer);
 
-    HWND host_ = nullptr;
+    static constexpr UINT_PTR kTimer = 0x7A01;
+
+private:
+    [[nodiscard]] SIZE sizeOfHost() const noexcept;
+
+    HWND window_ = nullptr, host_ = nullptr;
     HostSizeListener* listener_ = nullptr;
+    SIZE size_{};
 };
 
 }  // namespace tovar

@@ -75,7 +75,7 @@ protected:
         ::AdjustWindowRectEx(&outer, static_cast<DWORD>(::GetWindowLongPtrW(host_, GWL_STYLE)), FALSE, 0);
         ::SetWindowPos(host_, nullptr, 0, 0, outer.right - outer.left, outer.bottom - outer.top,
                        SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-        ::SendMessageW(window(), WM_TIMER, HostWatch::kTimer, 0);
+        if (browser_) ::SendMessageW(window(), WM_TIMER, HostWatch::kTimer, 0);
     }
     [[nodiscard]] RECT placeInHostNow() const {
         RECT place{};

@@ -24,7 +24,7 @@ public:
         }
         if (const ReturnCode code = begin(); code != kOk) return code;
         written_ += bytes.size();
-        if (around_.writeBehind && !behind_ && written_ > kWrittenHere) writeBehind();
+        if (paysBehind() && !behind_ && written_ > kWrittenHere) writeBehind();
         return file_->write(bytes);
     }
 
@@ -38,6 +38,11 @@ private:
     ReturnCode begin() {
         if (file_) return kOk;
         return around_.target->createFile(pathOfUtf8(job_.place.name), job_.expectedSize, job_.place.replace, file_);
+    }
+
+    /// What is only copied comes faster than another thread could take it over.
+    [[nodiscard]] bool paysBehind() const noexcept {
+        return around_.writeBehind && (around_.packedAsAWhole || job_.member.packedSize < job_.member.originalSize);
     }
 
     /// From here on writing costs this thread nothing. Without another thread it goes on as before.

@@ -36,6 +36,7 @@ struct JobSurroundings {
     bool restoreAttributes = false;
     std::string webMark;
     bool writeBehind = false;          ///< large members may be written by threads of their own
+    bool packedAsAWhole = false;       ///< headers and members are one packed stream; sizes say nothing of that
     const DataSink* output = nullptr;  ///< where bytes go that go to no file; null: nowhere
     std::atomic<bool> stop{false};     ///< nothing more is to be written
     std::atomic<std::uint64_t> bytes{0};

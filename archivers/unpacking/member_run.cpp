@@ -29,6 +29,7 @@ MemberRun::MemberRun(ArchiveReader& reader, const MemberFilter& chosen, std::str
       passwords_(password, events),
       line_(around_, threads) {
     around_.writeBehind = line_.isParallel();
+    around_.packedAsAWhole = !reader.facts().listedByHeaders;
 }
 
 bool MemberRun::next(Member& member) {

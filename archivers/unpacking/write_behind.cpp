@@ -34,7 +34,7 @@ ReturnCode WriteBehindFile::handOver() {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return blocks_.size() < kWaitingBlocks || code_ != kOk; });
     if (code_ != kOk) return code_;
-    blocks_.push_back(std::exchange(gathered_, {}));
+    blocks_.push_back(std::exchange(gathered_, std::exchange(spare_, {})));
     lock.unlock();
     changed_.notify_all();
     return kOk;
@@ -68,6 +68,8 @@ void WriteBehindFile::work() {
             lock.lock();
             if (code != kOk) code_ = code;
         }
+        spare_ = std::move(blocks_.front());
+        spare_.clear();
         blocks_.pop_front();
         changed_.notify_all();
     }

@@ -40,6 +40,7 @@ private:
     std::mutex mutex_;
     std::condition_variable changed_;
     std::deque<std::string> blocks_;  ///< the front one is being written
+    std::string spare_;               ///< memory of one that was written
     ReturnCode code_ = kOk;           ///< of the first write that failed
     bool ending_ = false;
     std::thread writer_;  ///< the last member: it uses the others

@@ -126,6 +126,7 @@ TEST(Parallel, LargeMembersAreWrittenWhileTheyAreUnpacked) {
         FakeMember member = file("large", "start");
         member.zeros = kSize;
         member.member.originalSize = 5 + kSize;
+        member.member.packedSize = 1000;
         return member;
     };
     UnpackScene scene({large(), file("after")});

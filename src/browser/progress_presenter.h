@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "browser/arc_progress.h"
+#include "shell/arc_progress.h"
 #include "shell/message_pump.h"
 #include "shell/regional.h"
 

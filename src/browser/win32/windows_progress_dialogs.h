@@ -2,7 +2,7 @@
 #include <functional>
 #include <string>
 
-#include "browser/arc_progress.h"
+#include "shell/arc_progress.h"
 #include "shell/regional.h"
 
 namespace tovar {

@@ -53,6 +53,7 @@ constexpr Message kMessages[] = {
     {kResponseRead, "the response file cannot be read"},
     {kNotFilename, "no file is named"},
     {kLogFile, "the log file cannot be written"},
+    {kTooBig, "too big for an archive of this kind"},
 };
 
 }  // namespace

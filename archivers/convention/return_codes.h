@@ -48,5 +48,6 @@ enum ReturnCode : std::int32_t {
     kNotFilename = 0x802B,
     kTmpCopy = 0x802C,
     kLogFile = 0x8032,
+    kTooBig = 0x804A,  ///< a file, or the archive, is longer than the format can hold
 };
 }  // namespace archiver

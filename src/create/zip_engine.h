@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "create/zip_command.h"
 #include "create/zip_library.h"
 #include "create/zip_prompts.h"
 #include "drivers/password_source.h"
@@ -71,7 +72,7 @@ public:
 
 private:
     std::optional<bool> runCommand(const ZipRequest& request);
-    bool runLibrary(const ZipRequest& request, const struct ZipCommand& command, ZipLibrary& library);
+    bool runLibrary(const ZipRequest& request, const ZipCommand& command, ZipLibrary& library);
     void tell(WindowHandle owner, std::wstring_view text, std::wstring_view title);
 
     ZipPorts ports_;

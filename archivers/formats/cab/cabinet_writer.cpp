@@ -1,6 +1,7 @@
 #include "archivers/formats/cab/cabinet_writer.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -20,14 +21,16 @@ constexpr std::uint16_t kNameIsUtf8 = 0x80;
 constexpr std::uint8_t kStoredAttributes =
     attribute::kReadOnly | attribute::kHidden | attribute::kSystem | attribute::kArchive;
 
-void add16(std::vector<char>& bytes, std::uint64_t value) {
-    bytes.resize(bytes.size() + 2);
-    little_endian::store16(bytes.data() + bytes.size() - 2, static_cast<std::uint16_t>(value));
+void add16(std::string& bytes, std::uint64_t value) {
+    char number[2];
+    little_endian::store16(number, static_cast<std::uint16_t>(value));
+    bytes.append(number, sizeof number);
 }
 
-void add32(std::vector<char>& bytes, std::uint64_t value) {
-    bytes.resize(bytes.size() + 4);
-    little_endian::store32(bytes.data() + bytes.size() - 4, static_cast<std::uint32_t>(value));
+void add32(std::string& bytes, std::uint64_t value) {
+    char number[4];
+    little_endian::store32(number, static_cast<std::uint32_t>(value));
+    bytes.append(number, sizeof number);
 }
 
 }  // namespace
@@ -128,10 +131,10 @@ ReturnCode CabinetWriter::finish() {
     return output_.patch(0, tables());
 }
 
-std::vector<char> CabinetWriter::tables() const {
-    std::vector<char> bytes;
+std::string CabinetWriter::tables() const {
+    std::string bytes;
     bytes.reserve(static_cast<std::size_t>(layout_.frontBytes));
-    bytes.insert(bytes.end(), kSignature.begin(), kSignature.end());
+    bytes += kSignature;
     add32(bytes, 0);
     add32(bytes, bytes_);
     add32(bytes, 0);
@@ -157,7 +160,7 @@ std::vector<char> CabinetWriter::tables() const {
         add16(bytes, member.changed.date);
         add16(bytes, member.changed.time);
         add16(bytes, (member.attributes & kStoredAttributes) | (isAscii(member.name) ? 0 : kNameIsUtf8));
-        bytes.insert(bytes.end(), member.name.begin(), member.name.end());
+        bytes += member.name;
         bytes.push_back('\0');
     }
     return bytes;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "archivers/formats/cab/cabinet_layout.h"
@@ -71,7 +72,7 @@ private:
     ReturnCode putBlock();
     ReturnCode takeBlock();
     ReturnCode closeFolder();
-    [[nodiscard]] std::vector<char> tables() const;
+    [[nodiscard]] std::string tables() const;
 
     CabinetOutput& output_;
     CabinetMethod method_;

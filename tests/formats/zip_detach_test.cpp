@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 
 #include "archivers/formats/zip/in_memory.h"
@@ -51,12 +53,19 @@ TEST(ZipDetach, MembersAreReadBesideEachOtherWhileTheReaderGoesOn) {
     ASSERT_TRUE(opened.reader);
     std::vector<std::unique_ptr<DetachedData>> detached(kMembers);
     std::vector<Unpacked> results(kMembers);
-    std::atomic<std::size_t> ready{0}, taken{0};
+    // Not std::atomic::wait, which in MinGW's library of GCC 12 can miss the notification and wait for ever.
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::size_t ready = 0;
+    std::atomic<std::size_t> taken{0};
     std::vector<std::thread> threads;
     for (int count = 0; count < 4; ++count) {
         threads.emplace_back([&] {
             for (std::size_t index; (index = taken++) < kMembers;) {
-                for (std::size_t now = ready; now <= index; now = ready) ready.wait(now);
+                {
+                    std::unique_lock lock(mutex);
+                    changed.wait(lock, [&] { return ready > index; });
+                }
                 results[index] = readDetached(*detached[index]);
             }
         });
@@ -66,8 +75,11 @@ TEST(ZipDetach, MembersAreReadBesideEachOtherWhileTheReaderGoesOn) {
         EXPECT_EQ(opened.reader->next(member), kOk);
         detached[index] = opened.reader->detach();
         if (!detached[index]) ADD_FAILURE() << index;
-        ready = index + 1;
-        ready.notify_all();
+        {
+            const std::lock_guard lock(mutex);
+            ready = index + 1;
+        }
+        changed.notify_all();
     }
     EXPECT_EQ(opened.reader->next(member), kNoMoreEntries);
     for (std::thread& thread : threads) thread.join();

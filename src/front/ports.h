@@ -30,9 +30,12 @@ public:
     /// @return a hidden window; null when none could be created
     [[nodiscard]] virtual std::unique_ptr<ProgressWindow> createProgress() = 0;
     /// Makes the pack dialog ready.
-    virtual void preparePackDialog(int argument) = 0;
+    /// @param owner  of its windows; null = none
+    virtual void preparePackDialog(int argument, WindowHandle owner) = 0;
     /// Shows the pack dialog, which does the work; returns when it is closed.
     virtual void showPackDialog() = 0;
+    /// Closes the pack dialog, if there is one, as Cancel does.
+    virtual void close() noexcept = 0;
 };
 
 /// The configuration dialog.

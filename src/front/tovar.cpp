@@ -102,7 +102,8 @@ bool TovarOperations::CreateArchive(std::wstring_view sArcFile, std::wstring_vie
     if (ports_.creation == nullptr) return false;
     const std::unique_ptr<ProgressWindow> progress = ports_.creation->createProgress();
     if (progress) PlaceInHost(progress->hWnd(), fParent, false, ports_.windows);
-    ports_.creation->preparePackDialog(0);
+    const WindowHandle owner = fParent == nullptr ? nullptr : fParent->hWnd();
+    ports_.creation->preparePackDialog(0, ports_.windows.isWindow(owner) ? owner : nullptr);
     ports_.creation->showPackDialog();
     return false;
 }
@@ -184,6 +185,7 @@ void TovarOperations::unloadWindows() {
     if (ports_.state.unloading) return;
     const ScopedFlag unloading(ports_.state.unloading);
     closeSession(ports_.state);
+    if (ports_.creation != nullptr) ports_.creation->close();
 }
 
 const std::shared_ptr<ArchiveDriver>& TovarOperations::driverOf(const KindRow& row) {

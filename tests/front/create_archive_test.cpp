@@ -10,6 +10,8 @@ public:
     FakeCreationWindows(test::Journal& log, test::FakeWindowSystem& system) : journal_(log), windows_(system) {}
 
     bool hasProgress = true;
+    WindowHandle owner = nullptr;
+    int closed = 0;
     std::function<void()> whileShown;
 
     std::unique_ptr<ProgressWindow> createProgress() override {
@@ -18,7 +20,11 @@ public:
         windows_.sizes[test::windowNumber(50)] = {400, 100};
         return std::make_unique<Progress>(journal_);
     }
-    void preparePackDialog(int argument) override { journal_.push_back(L"prepare " + std::to_wstring(argument)); }
+    void preparePackDialog(int argument, WindowHandle window) override {
+        journal_.push_back(L"prepare " + std::to_wstring(argument));
+        owner = window;
+    }
+    void close() noexcept override { ++closed; }
     void showPackDialog() override {
         journal_.push_back(L"pack");
         if (whileShown) whileShown();
@@ -108,6 +114,31 @@ TEST_F(CreateArchive, ShowsNothingWhereThereAreNoDialogs) {
     EXPECT_FALSE(create(object));
     EXPECT_EQ(journal, test::Journal{L"messages"});
     EXPECT_EQ(state.fileList, L"a.txt\r\nb.txt");
+}
+
+TEST_F(CreateArchive, ShowsTheDialogOverTheHost) {
+    TovarOperations object(withDialogs());
+    EXPECT_FALSE(create(object));
+    EXPECT_EQ(creation.owner, host.window);
+    host.window = nullptr;
+    EXPECT_FALSE(create(object));
+    EXPECT_EQ(creation.owner, nullptr);
+}
+
+TEST_F(CreateArchive, IsBusyMeanwhile) {
+    TovarOperations object(withDialogs());
+    bool busy = false;
+    creation.whileShown = [&] { busy = object.IsBusy(); };
+    EXPECT_FALSE(create(object));
+    EXPECT_TRUE(busy);
+    EXPECT_FALSE(object.IsBusy());
+}
+
+TEST_F(CreateArchive, ClosesItsDialogWhenAnObjectGoes) {
+    TovarOperations object(withDialogs());
+    creation.whileShown = [&] { const TovarOperations other(withDialogs()); };
+    EXPECT_FALSE(create(object));
+    EXPECT_EQ(creation.closed, 1);
 }
 
 TEST_F(CreateArchive, CreatesOneArchiveAtATime) {

@@ -27,8 +27,8 @@ Component::Component()
       finder_(systemPaths_, files_, *folders_, ParentPath(modulePath())) {}
 
 TovarPorts Component::ports() {
-    // The dialogs for creating and for configuring belong into the two fields left out here. As long as the component
-    // has no such dialogs, its host gets all that comes before them and the answers, and nothing is shown.
+    // The dialog for configuring belongs into the field left out here. As long as the component has none, nothing is
+    // shown for it.
     return {.surroundings = shared_from_this(),
             .state = state_,
             .settings = settings_,
@@ -38,7 +38,8 @@ TovarPorts Component::ports() {
             .pointer = pointer_,
             .pump = pump_,
             .windows = windows_,
-            .browsers = browsers_};
+            .browsers = browsers_,
+            .creation = &creation_};
 }
 
 }  // namespace tovar

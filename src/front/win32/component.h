@@ -6,11 +6,13 @@
 #include "browser/win32/archive_actions_factory.h"
 #include "browser/win32/browser_factory.h"
 #include "browser/win32/dialog_passwords.h"
+#include "create/bound_zip_library.h"
 #include "drivers/archiver_libraries.h"
 #include "drivers/library_finder.h"
 #include "drivers/library_folders.h"
 #include "drivers/module_loader.h"
 #include "front/tovar.h"
+#include "front/win32/creation_windows.h"
 #include "front/win32/server_lock.h"
 #include "front/win32/windows_ports.h"
 #include "settings/settings_store.h"
@@ -66,6 +68,12 @@ private:
     WindowsBrowserFactory browsers_{files_, messages_,
                                     [this](const BrowserRequest& request) { return actions_.create(request); }};
     PluginState state_;
+    HostedProgressDialogs creationProgress_{regional_, [this] { return state_.fontName; }};
+    DialogComments comments_{[this] { return state_.fontName; }};
+    FoundZipLibraries zipLibraries_{*loader_, finder_, ansi_, systemPaths_};
+    ZipEngine zip_{{zipLibraries_, creationProgress_, comments_, passwords_, messages_, files_, systemPaths_}};
+    WindowsCreationWindows creation_{
+        {state_, creationProgress_, zip_, libraries_, regional_, workFolder_, paths_, files_, systemPaths_, messages_}};
 };
 
 }  // namespace tovar

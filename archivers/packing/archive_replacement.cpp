@@ -65,6 +65,16 @@ ReturnCode ArchiveReplacement::patch(std::uint64_t offset, std::span<const char>
     return kOk;
 }
 
+void ArchiveReplacement::rewind(std::uint64_t offset) noexcept {
+    if (offset >= written_) {
+        buffer_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(offset - written_, buffer_.size())));
+        return;
+    }
+    longest_ = std::max(longest_, written_);
+    buffer_.clear();
+    written_ = offset;
+}
+
 ReturnCode ArchiveReplacement::writeOut() {
     if (code_ != kOk || buffer_.empty()) return code_;
     code_ = file_->write(written_, buffer_);
@@ -75,7 +85,8 @@ ReturnCode ArchiveReplacement::writeOut() {
 
 ReturnCode ArchiveReplacement::finish() {
     if (!file_) return code_;
-    if (writeOut() == kOk) code_ = file_->flush();
+    if (writeOut() == kOk && longest_ > written_) code_ = file_->cut(written_);
+    if (code_ == kOk) code_ = file_->flush();
     file_.reset();
     return code_;
 }

@@ -31,6 +31,8 @@ public:
     ReturnCode write(std::span<const char> bytes);
     /// Writes over bytes that were written before. @return as above
     ReturnCode patch(std::uint64_t offset, std::span<const char> bytes);
+    /// Gives up what was appended behind an offset, so that appending goes on there. @param offset  at most `size()`
+    void rewind(std::uint64_t offset) noexcept;
     /// Bytes appended so far.
     [[nodiscard]] std::uint64_t size() const noexcept { return written_ + buffer_.size(); }
 
@@ -57,6 +59,7 @@ private:
     std::string buffer_;
     std::size_t bufferSize_;
     std::uint64_t written_ = 0;  ///< before the buffer
+    std::uint64_t longest_ = 0;  ///< that the file has ever been
     bool made_ = false;          ///< the new file is there under its own name
     ReturnCode code_ = kOk;      ///< of the first write that failed: what follows would leave a gap
 };

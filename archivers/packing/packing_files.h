@@ -14,6 +14,8 @@ public:
     virtual ~NewFile() = default;
     /// Writes at an offset, up to which there are bytes already. @return kOk, kDiskSpace, kCannotWrite
     virtual ReturnCode write(std::uint64_t offset, std::span<const char> bytes) = 0;
+    /// Ends the file at an offset up to which there are bytes. @return as above
+    virtual ReturnCode cut(std::uint64_t size) = 0;
     /// Has everything on the disk when it returns. @return as above
     virtual ReturnCode flush() = 0;
 };

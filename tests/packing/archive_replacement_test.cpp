@@ -69,6 +69,19 @@ TEST_F(ArchiveReplacementTest, PatchesWhatIsWrittenAndWhatStillWaits) {
     }
 }
 
+TEST_F(ArchiveReplacementTest, GoesBackAndIsNoLongerThanWhatWasWrittenLast) {
+    for (const std::size_t buffer : {1U, 4U, 100U}) {
+        ArchiveReplacement replacement(files_, archive_, buffer);
+        ASSERT_EQ(replacement.begin(), kOk);
+        ASSERT_EQ(replacement.write(std::string_view("0123456789")), kOk);
+        replacement.rewind(3);
+        EXPECT_EQ(replacement.size(), 3U);
+        ASSERT_EQ(replacement.write(std::string_view("ab")), kOk);
+        ASSERT_EQ(replacement.commit(), kOk);
+        EXPECT_EQ(readFile(archive_), "012ab") << buffer;
+    }
+}
+
 TEST_F(ArchiveReplacementTest, CanBeReadBeforeItTakesTheName) {
     ArchiveReplacement replacement(files_, archive_);
     ASSERT_EQ(replacement.begin(), kOk);

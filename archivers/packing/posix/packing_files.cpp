@@ -32,6 +32,9 @@ public:
         return kOk;
     }
 
+    ReturnCode cut(std::uint64_t size) override {
+        return ::ftruncate(file_.number(), static_cast<off_t>(size)) == 0 ? kOk : codeOfWriting(errno);
+    }
     ReturnCode flush() override { return ::fsync(file_.number()) == 0 ? kOk : codeOfWriting(errno); }
 
 private:

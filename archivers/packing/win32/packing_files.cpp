@@ -40,6 +40,13 @@ public:
         return kOk;
     }
 
+    ReturnCode cut(std::uint64_t size) override {
+        FILE_END_OF_FILE_INFO end{};
+        end.EndOfFile.QuadPart = static_cast<LONGLONG>(size);
+        return ::SetFileInformationByHandle(file_.get(), FileEndOfFileInfo, &end, sizeof end)
+                   ? kOk
+                   : codeOfWriting(::GetLastError());
+    }
     ReturnCode flush() override { return ::FlushFileBuffers(file_.get()) ? kOk : codeOfWriting(::GetLastError()); }
 
 private:

@@ -15,6 +15,7 @@ public:
         if (!before) static_cast<void>(file_->write(offset, bytes.first(bytes.size() / 2)));
         return kCannotWrite;
     }
+    ReturnCode cut(std::uint64_t size) override { return owner_.step() ? file_->cut(size) : kCannotWrite; }
     ReturnCode flush() override { return owner_.step() ? file_->flush() : kCannotWrite; }
 
 private:

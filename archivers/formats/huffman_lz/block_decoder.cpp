@@ -9,10 +9,7 @@ namespace {
 constexpr unsigned kCountBits = 16;
 constexpr unsigned kLengthTableBits = 5;
 constexpr unsigned kLiteralTableBits = 9;
-constexpr std::uint8_t kLongestCode = 16;
 constexpr std::size_t kNoGap = ~std::size_t{0};
-constexpr unsigned kFirstMatch = 256;
-constexpr unsigned kShortestMatch = 3;
 
 }  // namespace
 

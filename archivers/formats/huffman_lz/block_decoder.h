@@ -3,23 +3,16 @@
 #include <memory>
 
 #include "archivers/formats/huffman_lz/bit_reader.h"
+#include "archivers/formats/huffman_lz/block_shape.h"
 #include "archivers/formats/huffman_lz/huffman_table.h"
 #include "archivers/formats/huffman_lz/output_window.h"
 
 namespace archiver::huffman_lz {
 
-/// What differs between the methods that pack in such blocks.
-struct BlockShape {
-    std::size_t positions;  ///< codes of positions, at most BlockDecoder::kMostPositions; n of them reach 2^(n-1) back
-    unsigned positionBits;  ///< width of the number that tells how many of them a block uses
-};
-
 /// Unpacks matches and literals in blocks, each with Huffman codes of its own: LZH's -lh4- to -lh7- and -lhx-, ARJ's
 /// methods 1 to 3. Source: public descriptions of both formats.
 class BlockDecoder {
 public:
-    static constexpr std::size_t kMostPositions = 20;
-
     BlockDecoder();
 
     /// Unpacks until the window is complete.
@@ -27,9 +20,6 @@ public:
     ReturnCode decode(BitReader& bits, OutputWindow& window, const BlockShape& shape);
 
 private:
-    static constexpr std::size_t kLiterals = 510;  ///< 0 to 255: a byte; from 256 on: a match of 3 bytes and more
-    static constexpr std::size_t kLengthCodes = 19;
-
     /// Tables take some 60 KB together.
     struct Tables {
         HuffmanTable<kLiterals, 11> literals;

@@ -34,24 +34,47 @@ NameArguments::Choice NameArguments::choice(PatternRules rules) const {
     return {[set](const Member& member) { return set->matches(member.name); }, true};
 }
 
-ReturnCode takeArguments(std::string_view line, std::span<const CommandWord> words, const ArgumentRules& rules,
-                         const TextCodec& codec, Command& command) {
+namespace {
+
+/// Reads the archive, the folder behind it and the names.
+ReturnCode takeWords(std::string_view line, std::span<const CommandWord> words, const ArgumentRules& rules,
+                     const TextCodec& codec, std::filesystem::path& archive, std::filesystem::path& folder,
+                     NameArguments& names) {
     if (words.empty() || words[0].text.empty()) return kNotArcFile;
-    command.archive = archiveOf(words[0].text, rules.extension);
+    archive = archiveOf(words[0].text, rules.extension);
     std::size_t at = 1;
     if (words.size() > 1 && isFolderWord(words[1].text)) {
-        command.options.target = folderOf(words[1].text);
+        folder = folderOf(words[1].text);
         at = 2;
     }
-    NameArguments names;
     while (at < words.size()) {
         const ReturnCode code = names.take(line, words, at, rules.listMark, codec);
         if (code != kOk) return code;
     }
+    return kOk;
+}
+
+}  // namespace
+
+ReturnCode takeArguments(std::string_view line, std::span<const CommandWord> words, const ArgumentRules& rules,
+                         const TextCodec& codec, Command& command) {
+    NameArguments names;
+    const ReturnCode code = takeWords(line, words, rules, codec, command.archive, command.options.target, names);
+    if (code != kOk) return code;
     NameArguments::Choice choice = names.choice(rules.patterns);
     command.chosen = std::move(choice.chosen);
     command.namesGiven = choice.namesGiven;
     return kOk;
+}
+
+ReturnCode takePackArguments(std::string_view line, std::span<const CommandWord> words, const ArgumentRules& rules,
+                             const TextCodec& codec, Command& command) {
+    NameArguments names;
+    const ReturnCode code = takeWords(line, words, rules, codec, command.archive, command.pack.base, names);
+    if (code != kOk) return code;
+    command.pack.names = names.names();
+    command.namesGiven = !names.empty();
+    return command.namesGiven && command.pack.names.empty() ? kNotFilename : kOk;
 }
 
 bool takeUnquotedArchive(std::string_view line, std::size_t offset, std::filesystem::path& archive) {

@@ -35,6 +35,9 @@ public:
 
     [[nodiscard]] bool empty() const noexcept { return names_.empty() && !listTaken_; }
 
+    /// All of them, as given.
+    [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
+
     /// What the names choose: all members without any, none for lists without a name.
     struct Choice {
         MemberFilter chosen;
@@ -53,6 +56,12 @@ private:
 /// @return kOk, kNotArcFile when there is no word, kResponseRead
 ReturnCode takeArguments(std::string_view line, std::span<const CommandWord> words, const ArgumentRules& rules,
                          const TextCodec& codec, Command& command);
+
+/// The same for a command that packs: archive [base folder\] [name | @list ...]. Fills `archive`, and base and names of
+/// `pack`.
+/// @return as above; kNotFilename when lists are given that have no names
+ReturnCode takePackArguments(std::string_view line, std::span<const CommandWord> words, const ArgumentRules& rules,
+                             const TextCodec& codec, Command& command);
 
 /// An archive whose name has blanks and no quotes: all that is left of the line, when that names a file as a whole.
 /// @return whether it does; `archive` is set then

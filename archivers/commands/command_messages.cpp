@@ -46,6 +46,7 @@ constexpr Message kMessages[] = {
     {kAlreadyRunning, "a command is running already"},
     {kUserCancel, "cancelled"},
     {kNotSupport, "not supported"},
+    {kArcReadOnly, "the archive is write-protected"},
     {kTmpOpen, "a temporary file cannot be created"},
     {kLongFileName, "the name is too long"},
     {kSameNameFile, "the name is there twice"},
@@ -63,6 +64,26 @@ std::string_view messageOf(std::int32_t code) noexcept {
                                            [code](const Message& message) { return message.code == code; });
     return found == std::end(kMessages) ? "an error occurred" : found->text;
 }
+
+std::string_view messageOf(PackWarning warning) noexcept {
+    switch (warning) {
+        case PackWarning::kNotFound:
+            return "not found";
+        case PackWarning::kNotOpened:
+            return "it cannot be opened";
+        case PackWarning::kChanged:
+            return "it became shorter while it was packed";
+        case PackWarning::kNotRemoved:
+            return "it is packed, but cannot be removed";
+    }
+    return {};
+}
+
+void CommandTexts::packed(const PackedMember&, std::string&) {}
+
+void CommandTexts::deleted(const Member&, std::string&) {}
+
+void CommandTexts::warned(PackWarning, std::string_view, std::string&) {}
 
 void CommandTexts::refused(const Command* command, ReturnCode code, std::string& out) {
     out += "Error(0x" + hexadecimal(static_cast<std::uint32_t>(code), 4) + "): " + std::string(messageOf(code));

@@ -88,6 +88,9 @@ UnpackSummary CommandRun::act() {
         case Command::Action::kComment:
             say([&](std::string& out) { out += reader_.facts().comment; });
             break;
+        case Command::Action::kPack:
+        case Command::Action::kDelete:
+            break;  // by ChangeRun
     }
     return {};
 }

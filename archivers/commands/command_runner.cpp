@@ -3,6 +3,7 @@
 #include <system_error>
 #include <utility>
 
+#include "archivers/commands/change_run.h"
 #include "archivers/commands/command_run.h"
 #include "archivers/commands/library_settings.h"
 
@@ -38,6 +39,17 @@ std::int32_t refuse(CommandTexts& texts, const Command* command, ReturnCode code
     return code;
 }
 
+std::int32_t change(const CommandContext& context, const CommandLanguage& language, Command& command,
+                    CommandTexts& texts, CommandOutput& output) {
+    if (language.change == nullptr) return refuse(texts, &command, kNotSupport, output);
+    makeAbsolute(command.pack.base);
+    ChangeRun run(context, command, texts, output);
+    UnpackSummary summary;
+    summary.code = run.run(language.change);
+    if (summary.code == kOk && output.unused()) output.text("\r\n");
+    return language.codeOf == nullptr ? summary.code : language.codeOf(command, summary);
+}
+
 }  // namespace
 
 std::int32_t runCommand(const CommandContext& context, const CommandLanguage& language, CommandOutput& output) {
@@ -52,6 +64,7 @@ std::int32_t runCommand(const CommandContext& context, const CommandLanguage& la
     makeAbsolute(command.archive);
     makeAbsolute(command.options.target);
     for (Command::Part& part : command.furtherParts) makeAbsolute(part.target);
+    if (command.changes()) return change(context, language, command, *texts, output);
     const OpenResult opened = context.library.open(command.archive);
     if (opened.reader == nullptr) return refuse(*texts, &command, opened.code, output);
 

@@ -68,12 +68,14 @@ void MemberLog::begin(const Command& command, std::string& out) {
     lists_ = command.action == Command::Action::kList || command.action == Command::Action::kListVerbose;
     namesAbove_ = command.action == Command::Action::kListVerbose;
     testing_ = command.action == Command::Action::kTest;
-    told_ = command.showNames && (testing_ || command.action == Command::Action::kUnpack);
+    const bool packing = command.action == Command::Action::kPack;
+    told_ = command.showNames && (testing_ || packing || command.action == Command::Action::kUnpack);
     if (lists_) {
         ((out += kTitles) += style_.checksums ? "  CRC" : "") += kLineEnd;
         ((out += kDashes) += style_.checksums ? " --------" : "") += kLineEnd;
     } else if (told_) {
-        ((out += testing_ ? style_.testing : style_.unpacking) += shownName(utf8Of(command.archive))) += kLineEnd;
+        out += packing ? style_.packing : testing_ ? style_.testing : style_.unpacking;
+        (out += shownName(utf8Of(command.archive))) += kLineEnd;
     }
 }
 
@@ -107,6 +109,17 @@ void MemberLog::printed(const Member& member, std::string& out) {
     static_cast<void>(out);
 }
 
+void MemberLog::packed(const PackedMember& member, std::string& out) {
+    if (told_) ((out += "Adding ") += backslashedName(member.name) + "   OK") += kLineEnd;
+}
+
+void MemberLog::warned(PackWarning warning, std::string_view name, std::string& out) {
+    // One that became shorter is packed nevertheless.
+    if (warning != PackWarning::kChanged) ++leftOut_;
+    out += warning == PackWarning::kChanged ? "Warning: " : "Skipping ";
+    ((out += backslashedName(name) + "   ") += messageOf(warning)) += kLineEnd;
+}
+
 void MemberLog::end(const Command& command, const UnpackSummary& summary, std::string& out) {
     static_cast<void>(command);
     if (lists_) {
@@ -114,10 +127,15 @@ void MemberLog::end(const Command& command, const UnpackSummary& summary, std::s
         (out += std::to_string(rows_) + " Files") += kLineEnd;
     } else if (summary.failed + summary.refused > 0) {
         (out += "Errors: " + std::to_string(summary.failed + summary.refused)) += kLineEnd;
+    } else if (leftOut_ > 0 && summary.code != kUserCancel) {
+        (out += "Errors: " + std::to_string(leftOut_)) += kLineEnd;
     } else if (told_ && summary.code == kOk) {
         (out += "All OK") += kLineEnd;
     }
-    appendRunError(summary, out);
+    // Sources that are left out have their own lines, too.
+    const bool toldBySources =
+        leftOut_ > 0 && (summary.code == kNotExist || summary.code == kFileOpen || summary.code == kCannotRead);
+    if (!toldBySources) appendRunError(summary, out);
 }
 
 }  // namespace archiver

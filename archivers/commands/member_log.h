@@ -13,6 +13,7 @@ struct MemberLogStyle {
     /// In front of the archive's name, in the first line.
     std::string_view unpacking = "Extracting from ";
     std::string_view testing = "Testing ";
+    std::string_view packing = "Creating ";
 };
 
 /// The output of libraries whose members' lines begin with what was done, "Extracting NAME   OK", and whose listings
@@ -28,6 +29,8 @@ public:
     void member(const MemberReport& report, std::string& out) override;
     void row(const Member& member, std::string& out) override;
     void printed(const Member& member, std::string& out) override;
+    void packed(const PackedMember& member, std::string& out) override;
+    void warned(PackWarning warning, std::string_view name, std::string& out) override;
     void end(const Command& command, const UnpackSummary& summary, std::string& out) override;
 
 private:
@@ -37,6 +40,7 @@ private:
     bool testing_ = false;
     bool told_ = true;  ///< lines for what went well
     std::uint64_t rows_ = 0;
+    std::uint64_t leftOut_ = 0;  ///< sources that are not packed
 };
 
 /// A member's name for a line of text, with "\" between its folders.

@@ -35,6 +35,13 @@ bool ProgressNotifier::progress(const UnpackProgress& progress) {
     return notify(OwnerState::kInProcess);
 }
 
+bool ProgressNotifier::replacing(const std::filesystem::path& archive) {
+    if (!hasOwner()) return true;
+    info_ = {};
+    codec_.encode(utf8Of(archive), info_.info.destFileName, sizeof info_.info.destFileName);
+    return notify(OwnerState::kCopy);
+}
+
 void ProgressNotifier::ended() noexcept {
     if (hasOwner()) notify(OwnerState::kEnd);
 }

@@ -27,6 +27,8 @@ public:
     bool begins(const Member& member, const std::filesystem::path& file);
     /// Told at most 20 times a second.
     bool progress(const UnpackProgress& progress);
+    /// A new archive takes the old one's place.
+    bool replacing(const std::filesystem::path& archive);
     void ended() noexcept;
 
 private:

@@ -9,6 +9,7 @@
 #include "archivers/commands/command_words.h"
 #include "archivers/unlha32/lha_switches.h"
 #include "archivers/unlha32/lha_texts.h"
+#include "archivers/unlha32/lzh_change.h"
 
 namespace archiver {
 
@@ -16,9 +17,11 @@ namespace {
 
 struct CommandRow {
     char letter;
-    std::optional<Command::Action> action;  ///< none: it makes or changes an archive
+    std::optional<Command::Action> action;  ///< none: it is not supported
     int folders = 1;                        ///< -x without the switch
     int questions = 0;                      ///< -m without the switch
+    PackRequest::Mode mode = PackRequest::Mode::kAdd;
+    bool move = false;
 };
 constexpr CommandRow kCommands[] = {
     {'x', Command::Action::kUnpack, 1, 1},
@@ -27,11 +30,11 @@ constexpr CommandRow kCommands[] = {
     {'l', Command::Action::kList, 0},
     {'v', Command::Action::kListVerbose},
     {'t', Command::Action::kTest},
-    {'a', std::nullopt},
-    {'u', std::nullopt},
-    {'m', std::nullopt},
-    {'f', std::nullopt},
-    {'d', std::nullopt},
+    {.letter = 'a', .action = Command::Action::kPack, .folders = 0},
+    {.letter = 'u', .action = Command::Action::kPack, .folders = 0, .mode = PackRequest::Mode::kUpdate},
+    {.letter = 'm', .action = Command::Action::kPack, .folders = 0, .move = true},
+    {.letter = 'f', .action = Command::Action::kPack, .folders = 0, .mode = PackRequest::Mode::kFreshen},
+    {'d', Command::Action::kDelete},
     {'s', std::nullopt},
     {'j', std::nullopt},
     {'c', std::nullopt},
@@ -75,6 +78,19 @@ void setOptions(const CommandRow& row, const LhaSwitches& switches, Command& com
     options.checkDiskSpace = switches.ignoreSpace == 0 && switches.yesToSpace == 0 && switches.yes == 0;
 }
 
+void setPacking(const CommandRow& row, const LhaSwitches& switches, PackRequest& pack) {
+    pack.mode = row.mode;
+    pack.move = row.move;
+    pack.recurse = switches.recursion == 2;
+    pack.searchBelow = switches.recursion == 1;
+    pack.hidden = switches.attributes != 0;
+    pack.folderEntries = switches.attributes == 2 && pack.recurse;
+    pack.keepFolders = switches.folders.value_or(row.folders) != 0;
+    pack.excluded = switches.excluded;
+    pack.method = switches.method;
+    pack.headerLevel = switches.headerLevel;
+}
+
 void exclude(const std::vector<std::string>& patterns, PatternRules rules, Command& command) {
     if (patterns.empty()) return;
     NameArguments names;
@@ -106,12 +122,18 @@ std::variant<Command, ReturnCode> parse(std::string_view line, const TextCodec& 
     setOptions(*row, switches, command);
     const ArgumentRules rules{
         .patterns = {.scope = scopeOf(switches)}, .extension = ".lzh", .listMark = switches.listMark};
-    const ReturnCode code = takeArguments(line, arguments, rules, codec, command);
+    const bool packs = command.action == Command::Action::kPack && row->action;
+    const ReturnCode code = packs ? takePackArguments(line, arguments, rules, codec, command)
+                                  : takeArguments(line, arguments, rules, codec, command);
     if (code != kOk) return code;
     const std::size_t namesFrom = arguments.size() > 1 && isFolderWord(arguments[1].text) ? 2 : 1;
     if (row->letter == kDelete && arguments.size() == namesFrom) return kNotFilename;
     if (!row->action) return kNotSupport;
-    exclude(switches.excluded, rules.patterns, command);
+    if (packs) {
+        setPacking(*row, switches, command.pack);
+    } else {
+        exclude(switches.excluded, rules.patterns, command);
+    }
     if (!switches.logFile.empty()) {
         command.log = std::filesystem::absolute(pathOf(switches.logFile));
         if (!std::ofstream(command.log, std::ios::binary | std::ios::app)) return kLogFile;
@@ -123,6 +145,6 @@ std::unique_ptr<CommandTexts> texts() { return std::make_unique<LhaTexts>(); }
 
 }  // namespace
 
-const CommandLanguage kLhaLanguage{.parse = &parse, .texts = &texts};
+const CommandLanguage kLhaLanguage{.parse = &parse, .texts = &texts, .change = &changeLzh};
 
 }  // namespace archiver

@@ -4,7 +4,7 @@
 namespace archiver {
 
 /// The command language of the library for LZH: [command] [-switch ...] archive [folder\] [name | @list ...]. A line
-/// without a command lists. Commands that make or change archives are refused with kNotSupport.
+/// without a command lists. Self-extractors, joining, comments, renaming and converting are refused with kNotSupport.
 extern const CommandLanguage kLhaLanguage;
 
 }  // namespace archiver

@@ -10,7 +10,7 @@ char lowerLetter(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-/// A switch with a number. Without a place for it, it is about creating archives or has no effect here.
+/// A switch with a number. Without a place for it, it has no effect here.
 struct NumericSwitch {
     std::string_view name;
     int highest;
@@ -31,7 +31,7 @@ constexpr NumericSwitch kNumeric[] = {
     {"jse", 9, kIgnored},
     {"jsf", 9, kIgnored},
     {"jsg", 9, kIgnored},
-    {"jm", 4, kIgnored},  // the method to pack with
+    {"jm", 4, [](LhaSwitches& switches, int value) { switches.method = value; }},
     {"jp", 1, kIgnored},  // callers give it; it changes nothing that could be seen
     {"jn", 1, [](LhaSwitches& switches, int value) { switches.onlyMissing = value; }},
     {"ga", 9, kIgnored},  // write-protected files are replaced where files are replaced at all
@@ -45,7 +45,7 @@ constexpr NumericSwitch kNumeric[] = {
     {"c", 1, [](LhaSwitches& switches, int value) { switches.ignoreTimes = value; }},
     {"d", 1, [](LhaSwitches& switches, int value) { switches.wholeFolders = value; }},
     {"f", 1, [](LhaSwitches& switches, int value) { switches.ignoreSpace = value; }},
-    {"h", 2, kIgnored},  // the level of the headers to write
+    {"h", 2, [](LhaSwitches& switches, int value) { switches.headerLevel = value; }},
     {"i", 9, kIgnored},  // names are compared whatever their case, and keep it
     {"m", 2, [](LhaSwitches& switches, int value) { switches.questions = value; }},
     {"n", 2, [](LhaSwitches& switches, int value) { switches.dialogs = value; }},
@@ -69,7 +69,8 @@ constexpr TextSwitch kTexts[] = {
      [](LhaSwitches&, std::vector<CommandWord>& arguments, CommandWord rest) { arguments.push_back(std::move(rest)); }},
     {"gl", [](LhaSwitches& switches, std::vector<CommandWord>&,
               CommandWord rest) { switches.logFile = std::move(rest.text); }},
-    {"w", [](LhaSwitches&, std::vector<CommandWord>&, CommandWord) {}},  // for changes of an archive
+    // A new archive is made where the old one is: only there can it take its name in one step.
+    {"w", [](LhaSwitches&, std::vector<CommandWord>&, CommandWord) {}},
 };
 
 bool beginsWith(std::string_view text, std::string_view name) {

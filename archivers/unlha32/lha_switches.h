@@ -26,6 +26,8 @@ struct LhaSwitches {
     int yesToSpace = 0;            ///< -jyk
     int onlyMissing = 0;           ///< -jn: 1 only what is not there
     int noDialogs = 0;             ///< -gn
+    int method = 2;                ///< -jm: 0 -lh0-, 2 -lh5-, 3 -lh6-, 4 -lh7-
+    int headerLevel = 2;           ///< -h
     int ignoreSettings = 0;        ///< -+
     std::vector<std::string> excluded;  ///< -jx
     std::string logFile;                ///< -gl: what the output is added to

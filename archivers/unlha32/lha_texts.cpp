@@ -35,8 +35,13 @@ private:
     std::size_t start_;
 };
 
-std::string_view titleOf(Command::Action action) {
-    switch (action) {
+std::string_view titleOf(const Command& command) {
+    switch (command.action) {
+        case Command::Action::kPack:
+            if (command.pack.mode == PackRequest::Mode::kFreshen) return "Freshening";
+            return isFile(command.archive) ? "Updating" : "Creating";
+        case Command::Action::kDelete:
+            return "Deleting from";
         case Command::Action::kUnpack:
             return "Extracting from";
         case Command::Action::kTest:
@@ -91,7 +96,7 @@ void LhaTexts::begin(const Command& command, std::string& out) {
     const Logged logged(log_, out);
     action_ = command.action;
     told_ = command.showNames && action_ != Command::Action::kPrint;
-    const std::string_view title = titleOf(action_);
+    const std::string_view title = titleOf(command);
     if (title.empty()) return;
     out += kLineEnd;
     ((out += title) += " archive : ") += shownName(utf8Of(command.archive));
@@ -148,6 +153,24 @@ void LhaTexts::row(const Member& member, std::string& out) {
 void LhaTexts::printed(const Member& member, std::string& out) {
     const Logged logged(log_, out);
     out += "::::::::\r\n" + shownName(member.name) + "\r\n::::::::\r\n";
+}
+
+void LhaTexts::packed(const PackedMember& member, std::string& out) {
+    const Logged logged(log_, out);
+    if (!told_) return;
+    (out += "Frozen   ==> ") += padLeft(perMille(member.packedSize, member.originalSize) / 10, 3);
+    ((out += "% ") += shownName(member.name)) += kLineEnd;
+}
+
+void LhaTexts::deleted(const Member& member, std::string& out) {
+    const Logged logged(log_, out);
+    if (told_) ((out += "Deleted  ") += shownName(member.name)) += kLineEnd;
+}
+
+void LhaTexts::warned(PackWarning warning, std::string_view name, std::string& out) {
+    const Logged logged(log_, out);
+    (((out += "Skipped  ") += shownName(name)) += " : ") += messageOf(warning);
+    out += kLineEnd;
 }
 
 void LhaTexts::end(const Command& command, const UnpackSummary& summary, std::string& out) {

@@ -14,6 +14,9 @@ public:
     void member(const MemberReport& report, std::string& out) override;
     void row(const Member& member, std::string& out) override;
     void printed(const Member& member, std::string& out) override;
+    void packed(const PackedMember& member, std::string& out) override;
+    void deleted(const Member& member, std::string& out) override;
+    void warned(PackWarning warning, std::string_view name, std::string& out) override;
     void end(const Command& command, const UnpackSummary& summary, std::string& out) override;
 
 private:

@@ -23,8 +23,8 @@ constexpr LineCase kBuilt[] = {
     {"ExtractFlat", R"( -x -v -j C:\a.cab C:\out\ *.*)", "unpack flat ask"},
     {"ExtractOverwriting", R"( -x -v -o C:\a.cab C:\out\ *.*)", "unpack replace"},
     {"ExtractFlatOverwriting", R"( -x -v -j -o C:\a.cab C:\out\ *.*)", "unpack flat replace"},
-    {"Create", R"(-a -mz -k  C:\a.cab C:\base\ a.txt)", "0x8023"},
-    {"CreateRecursively", R"(-a -mz -k -r   C:\a.cab C:\base\ a.txt)", "0x8023"},
+    {"Create", R"(-a -mz -k  C:\a.cab C:\base\ a.txt)", "pack add hidden method=1"},
+    {"CreateRecursively", R"(-a -mz -k -r   C:\a.cab C:\base\ a.txt)", "pack add recurse hidden method=1"},
 };
 constexpr LineCase kCommandRows[] = {
     {"X", "-x a.cab", "unpack ask"},
@@ -58,6 +58,16 @@ constexpr LineCase kSwitchRows[] = {
     {"LzxNoNumber", "-t -ml:1x a.cab", "0x801C"},
     {"LzxWithoutNumber", "-t -ml: a.cab", "0x801C"},
     {"CaseDoesNotCount", "-x -J -O a.cab", "unpack flat replace"},
+    {"PackByDefault", "-a a.cab a.txt", "pack add hidden method=1"},
+    {"PackStored", "-a -mn a.cab a.txt", "pack add hidden method=0"},
+    {"PackStoredToo", "-a -ms a.cab a.txt", "pack add hidden method=0"},
+    {"PackByLzx", "-a -ml a.cab a.txt", "0x8023"},
+    {"PackByLzxWithWindow", "-a -ml:21 a.cab a.txt", "0x8023"},
+    {"TheLastMethodCounts", "-a -ml -mz a.cab a.txt", "pack add hidden method=1"},
+    {"PackFlat", "-a -j a.cab a.txt", "pack add hidden flat method=1"},
+    {"PackQuietly", "-a -i -n a.cab a.txt", "pack add hidden method=1 no-progress quiet"},
+    {"PackByExpressions", "-a -w a.cab a.*", "0x8023"},
+    {"NoResponseFileOfSources", "-a a.cab @no-such-file", "0x802A"},
     {"Unknown", "-x -z a.cab", "0x801C"},
     {"NotJoined", "-x -jo a.cab", "0x801C"},
     {"HyphenAlone", "-x - a.cab", "0x801C"},
@@ -75,6 +85,25 @@ TEST(CabLanguage, TakesArchiveAndTargetByTheirPlace) {
     EXPECT_EQ(command.archive, std::filesystem::path(R"(C:\my files\a.cab)")) << "without an extension";
     EXPECT_EQ(command.options.target, std::filesystem::path(R"(C:\my dir)"));
     EXPECT_FALSE(command.namesGiven);
+}
+
+TEST(CabLanguage, TakesBaseAndSources) {
+    const Command command =
+        commandOf(kCabLanguage, R"(-a -mz -k -r  "C:\my files\a.cab" "C:\my dir\" docs\a.txt sub\)");
+    EXPECT_EQ(command.archive, std::filesystem::path(R"(C:\my files\a.cab)"));
+    EXPECT_EQ(command.pack.base, std::filesystem::path(R"(C:\my dir)"));
+    EXPECT_EQ(command.pack.names, (std::vector<std::string>{"docs/a.txt", "sub/"}));
+}
+
+TEST(CabLanguage, TakesTheBaseForASeparatorAlone) {
+    EXPECT_EQ(commandOf(kCabLanguage, R"(-a -r a.cab C:\base\ \)").pack.names, std::vector<std::string>{"."})
+        << "not the root of the disk";
+}
+
+TEST(CabLanguage, ReadsListsOfSources) {
+    const ScratchFile list("cab sources.lst", "\"my file.txt\"\r\ndocs\\\r\na.txt\r\n");
+    EXPECT_EQ(commandOf(kCabLanguage, "-a -mz -k  a.cab base\\ @\"" + list.name() + "\"").pack.names,
+              (std::vector<std::string>{"my file.txt", "docs/", "a.txt"}));
 }
 
 const std::vector<std::string> kMembers = {"setup.exe", "docs\\readme.txt", "docs\\old\\readme.1st", "data10.bin"};

@@ -86,13 +86,91 @@ TEST_F(CabLibrary, MissesACabinetOfASet) {
 }
 
 TEST_F(CabLibrary, SaysWhatWentWrong) {
-    EXPECT_EQ(run("-a -mz -k  ARC a.txt"), 0x8023);
+    EXPECT_EQ(run("-a -ml -k  ARC a.txt"), 0x8023);
     EXPECT_EQ(run.text(), "Error(0x8023): not supported\r\n");
     EXPECT_EQ(run("-x ARC OUT nothing.txt"), 0x800F);
     EXPECT_EQ(run("-x none.cab"), 0x8029);
     run.archive = fixture("arj/methods.arj");
     EXPECT_EQ(run("-x ARC OUT"), 0x801B);
     EXPECT_TRUE(run.unpacked().empty());
+}
+
+/// With a tree of files and the name of a cabinet that is not there yet.
+class CabCreation : public CabLibrary {
+protected:
+    void SetUp() override {
+        run.scratch.write("base/a.txt", "alpha");
+        run.scratch.write("base/my docs/b.txt", std::string(100000, 'b'));
+        run.scratch.write("base/my docs/deep/c.txt", "gamma");
+        std::filesystem::create_directories(run.scratch.path() / "base" / "empty");
+        run.archive = (run.scratch.path() / "made.cab").string();
+    }
+    std::int32_t create(const std::string& switches, const std::string& list) {
+        run.scratch.write("names", list);
+        const std::string base = (run.scratch.path() / "base").string();
+        return run(switches + "  ARC \"" + base + "/\" @\"" + (run.scratch.path() / "names").string() + "\"");
+    }
+    Files unpacked() {
+        EXPECT_EQ(run(" -x -v ARC OUT *.*"), 0) << run.text();
+        return run.unpacked();
+    }
+};
+
+TEST_F(CabCreation, PacksFilesAndFolders) {
+    EXPECT_EQ(create("-a -mz -k -r ", "a.txt\r\n\"my docs\\\"\r\nempty\\\r\n"), 0) << run.text();
+    EXPECT_EQ(run.text(),
+              "Creating " + run.archive +
+                  "\r\nAdding a.txt   OK\r\nAdding my docs\\b.txt   OK\r\nAdding my docs\\deep\\c.txt   OK\r\n"
+                  "All OK\r\n");
+    EXPECT_EQ(
+        unpacked(),
+        (Files{{"a.txt", "alpha"}, {"my docs/b.txt", std::string(100000, 'b')}, {"my docs/deep/c.txt", "gamma"}}));
+    EXPECT_EQ(run("-l ARC a.txt"), 0);
+    EXPECT_NE(run.text().find(" MSZIP\r\n"), std::string::npos) << run.text();
+}
+
+TEST_F(CabCreation, TakesNothingOfFoldersWithoutRecursion) {
+    EXPECT_EQ(create("-a -mz -k ", "a.txt\r\n\"my docs\\\"\r\n"), 0) << run.text();
+    EXPECT_EQ(unpacked(), (Files{{"a.txt", "alpha"}}));
+}
+
+TEST_F(CabCreation, TakesTheWholeBaseForAnEmptyLine) {
+    EXPECT_EQ(create("-a -mz -k -r ", "\\\r\n"), 0) << run.text();
+    EXPECT_EQ(unpacked().size(), 3u);
+}
+
+TEST_F(CabCreation, ReplacesTheCabinetThatIsThere) {
+    EXPECT_EQ(create("-a -mz -k -r ", "\"my docs\""), 0) << run.text();
+    EXPECT_EQ(create("-a -mz -k ", "a.txt"), 0) << run.text();
+    EXPECT_EQ(unpacked(), (Files{{"a.txt", "alpha"}}));
+}
+
+TEST_F(CabCreation, PacksWhatIsThere) {
+    EXPECT_EQ(create("-a -mz -k ", "gone.txt\r\na.txt\r\n"), 0x800F);
+    EXPECT_EQ(run.text(),
+              "Creating " + run.archive + "\r\nSkipping gone.txt   not found\r\nAdding a.txt   OK\r\nErrors: 1\r\n");
+    EXPECT_EQ(unpacked(), (Files{{"a.txt", "alpha"}}));
+}
+
+TEST_F(CabCreation, LeavesTheOldCabinetWhenThereIsNothingToPack) {
+    EXPECT_EQ(create("-a -mz -k ", "a.txt"), 0) << run.text();
+    EXPECT_EQ(create("-a -mz -k ", "gone.txt"), 0x800F);
+    EXPECT_EQ(create("-a -mz -k ", "empty"), 0x800F) << "empty folders cannot be stored";
+    EXPECT_EQ(unpacked(), (Files{{"a.txt", "alpha"}}));
+}
+
+TEST_F(CabCreation, StoresWhenTold) {
+    EXPECT_EQ(create("-a -mn -j -n ", "\"my docs/b.txt\""), 0) << run.text();
+    EXPECT_EQ(run.text(), "\r\n");
+    EXPECT_GT(std::filesystem::file_size(run.archive), 100000u);
+    EXPECT_EQ(unpacked(), (Files{{"b.txt", std::string(100000, 'b')}}));
+}
+
+TEST_F(CabCreation, DoesNotPackItself) {
+    run.archive = (run.scratch.path() / "base" / "made.cab").string();
+    EXPECT_EQ(create("-a -mz -k -r ", "\\"), 0) << run.text();
+    EXPECT_EQ(create("-a -mz -k -r ", "\\"), 0) << run.text();
+    EXPECT_EQ(unpacked().size(), 3u) << "neither the cabinet that is there nor the new one";
 }
 
 }  // namespace

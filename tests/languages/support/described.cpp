@@ -22,6 +22,10 @@ std::string_view actionText(Command::Action action) {
             return "print";
         case Command::Action::kComment:
             return "comment";
+        case Command::Action::kPack:
+            return "pack";
+        case Command::Action::kDelete:
+            return "delete";
     }
     return "?";
 }
@@ -36,6 +40,18 @@ std::string_view existingText(ExistingFiles existing) {
             return "keep";
         case ExistingFiles::kNumber:
             return "number";
+    }
+    return "?";
+}
+
+std::string_view modeText(PackRequest::Mode mode) {
+    switch (mode) {
+        case PackRequest::Mode::kAdd:
+            return "add";
+        case PackRequest::Mode::kUpdate:
+            return "update";
+        case PackRequest::Mode::kFreshen:
+            return "freshen";
     }
     return "?";
 }
@@ -55,6 +71,17 @@ std::string describe(const Command& command) {
         add(options.skipHiddenAndSystem, "no-hidden");
         add(!options.restoreAttributes, "no-attributes");
         add(!options.checkDiskSpace, "no-space-check");
+    }
+    if (command.action == Command::Action::kPack) {
+        const PackRequest& pack = command.pack;
+        add(true, modeText(pack.mode));
+        add(pack.move, "move");
+        add(pack.recurse, "recurse");
+        add(pack.searchBelow, "search-below");
+        add(pack.hidden, "hidden");
+        add(pack.folderEntries, "folder-entries");
+        add(!pack.keepFolders, "flat");
+        add(true, "method=" + std::to_string(pack.method));
     }
     add(!command.password.empty(), "password=" + command.password);
     add(!command.askPassword, "never-ask-password");

@@ -106,7 +106,7 @@ std::vector<std::uint32_t> ContentsList::moveTo(std::vector<std::uint32_t> order
     return order;
 }
 
-std::wstring_view ContentsList::nameOf(std::uint32_t item) const {
+CompactText ContentsList::nameOf(std::uint32_t item) const {
     return item < rows_.subfolders.size() ? folders_.text(rows_.subfolders[item])
                                           : driver_.entries().name(rows_.files[item - rows_.subfolders.size()]);
 }

@@ -81,7 +81,7 @@ public:
 
 private:
     [[nodiscard]] std::wstring textOf(std::uint32_t item, ColumnKey column) const;
-    [[nodiscard]] std::wstring_view nameOf(std::uint32_t item) const;
+    [[nodiscard]] CompactText nameOf(std::uint32_t item) const;
     [[nodiscard]] std::vector<std::uint32_t> orderOf(const FolderRows& rows, const Sorting& sorting, bool exact) const;
     /// @return for each row from before the row where it is now
     std::vector<std::uint32_t> moveTo(std::vector<std::uint32_t> order);

@@ -9,7 +9,7 @@ std::wstring memberPath(const ArchiveScene& scene, const ArchiveMember& member) 
     const EntryTable& entries = scene.driver.entries();
     std::wstring path(entries.path(member.entry));
     if (path == L"\\") path.clear();
-    return path.append(entries.name(member.entry));
+    return path.append(std::wstring(entries.name(member.entry)));
 }
 
 std::wstring memberListOf(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) {

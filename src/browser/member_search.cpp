@@ -43,7 +43,7 @@ std::uint32_t MemberSearch::itemCount(Folder folder) const {
     return static_cast<std::uint32_t>(folders_.children(folder).size() + folders_.files(folder).size());
 }
 
-std::wstring_view MemberSearch::nameOf(std::uint32_t item) const {
+CompactText MemberSearch::nameOf(std::uint32_t item) const {
     const auto subfolders = folders_.children(next_.folder);
     if (item < subfolders.size()) return folders_.text(subfolders[item]);
     return entries_.name(folders_.files(next_.folder)[item - subfolders.size()]);

@@ -48,7 +48,7 @@ public:
 
 private:
     [[nodiscard]] std::uint32_t itemCount(Folder folder) const;
-    [[nodiscard]] std::wstring_view nameOf(std::uint32_t item) const;
+    [[nodiscard]] CompactText nameOf(std::uint32_t item) const;
     [[nodiscard]] bool atEndOfFolder() const;
     [[nodiscard]] std::uint32_t takeItem();
     void enterNextFolder();

@@ -6,11 +6,11 @@ namespace tovar {
 namespace {
 
 /// Most names are plain; they need no help of the system.
-void foldInto(std::wstring& folded, std::wstring_view name) {
-    folded.assign(name);
+void foldInto(std::wstring& folded, const CompactText& name) {
+    name.copyTo(folded);
     for (wchar_t& each : folded) {
         if (each >= 0x80) {
-            folded = foldCase(name);
+            folded = foldCase(folded);
             return;
         }
         if (each >= L'A' && each <= L'Z') each = static_cast<wchar_t>(each - L'A' + L'a');
@@ -22,7 +22,7 @@ void foldInto(std::wstring& folded, std::wstring_view name) {
 NamePattern::NamePattern(std::wstring_view text)
     : text_(text == L"*.*" ? L"*" : foldCase(text)), wild_(text_.find_first_of(L"*?") != std::wstring::npos) {}
 
-bool NamePattern::matches(std::wstring_view name, std::uint64_t& charactersRead) const {
+bool NamePattern::matches(const CompactText& name, std::uint64_t& charactersRead) const {
     if (empty()) return false;
     foldInto(folded_, name);
     charactersRead += name.size();

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "drivers/compact_text.h"
+
 namespace tovar {
 
 /// What a name is looked for by: a text that it contains anywhere, or, when the text holds a "*" or a "?", a pattern
@@ -18,7 +20,7 @@ public:
 
     /// @param charactersRead  grows by the number of characters that were looked at; at most the product of the
     ///                        lengths of text and name, in most cases the length of the name
-    [[nodiscard]] bool matches(std::wstring_view name, std::uint64_t& charactersRead) const;
+    [[nodiscard]] bool matches(const CompactText& name, std::uint64_t& charactersRead) const;
 
 private:
     [[nodiscard]] bool isContainedIn(std::wstring_view name, std::uint64_t& charactersRead) const;

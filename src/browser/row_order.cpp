@@ -44,7 +44,7 @@ private:
     template <class TextOfEntry>
     void orderByText(Items items, const TextOfEntry& textOf) {
         orderByTexts(
-            items, [&](std::uint32_t item) -> std::wstring_view { return textOf(files_[item - firstFile_]); },
+            items, [&](std::uint32_t item) -> CompactText { return textOf(files_[item - firstFile_]); },
             source_.letters, sorting_.direction, work_);
     }
 
@@ -100,8 +100,9 @@ private:
     bool setTypeRanks(Items items) {
         KnownFileTypes& types = source_.types;
         setEach(items, [&](std::uint32_t entry) {
+            entries_.name(entry).copyTo(text_);
             const std::uint32_t known = types.count();
-            const std::uint32_t number = types.numberOf(entries_.name(entry));
+            const std::uint32_t number = types.numberOf(text_);
             if (types.count() != known) work_.done(PacedWork::kPortion);  // the desktop was asked
             return number;
         });

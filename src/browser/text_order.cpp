@@ -11,9 +11,9 @@ namespace tovar {
 namespace {
 
 constexpr std::size_t kBasicPlane = 0x10000;
+constexpr std::size_t kPlainCharacters = 0x100;
 constexpr std::size_t kKeyBits = 64;
-constexpr std::size_t kCharacterBits = 8 * sizeof(wchar_t);
-constexpr std::size_t kKeyCharacters = kKeyBits / kCharacterBits;  ///< characters that one key holds
+constexpr std::size_t kPlainBits = 8, kWideBits = 8 * sizeof(wchar_t);  ///< of a character
 
 constexpr bool isFirstHalf(wchar_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool isSecondHalf(wchar_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
@@ -27,6 +27,7 @@ public:
         : items_(items), textOf_(textOf), letters_(letters), direction_(direction), work_(work) {}
 
     void run() {
+        if (letters_.keepsPlain() && arePlain()) characterBits_ = kPlainBits;
         orderRun({0, items_.size(), 0});
         while (!runs_.empty()) {
             Run& run = runs_.back();
@@ -38,7 +39,7 @@ public:
             std::size_t end = first + 1;
             while (end < run.end && items_[end].hasKeyOf(items_[first])) ++end;
             run.next = end;
-            if (end - first > 1) orderRun({first, end, run.depth + kKeyCharacters});
+            if (end - first > 1) orderRun({first, end, run.depth + keyCharacters()});
         }
     }
 
@@ -48,7 +49,18 @@ private:
         std::size_t depth;      ///< characters that the keys do not look at any more
     };
 
-    [[nodiscard]] std::wstring_view textAt(std::size_t place) const { return textOf_(items_[place].item); }
+    [[nodiscard]] CompactText textAt(std::size_t place) const { return textOf_(items_[place].item); }
+
+    /// @return how many characters one key holds
+    [[nodiscard]] std::size_t keyCharacters() const noexcept { return kKeyBits / characterBits_; }
+
+    bool arePlain() {
+        for (std::size_t place = 0; place < items_.size(); ++place) {
+            if (!textAt(place).isPlain()) return false;
+            work_.done();
+        }
+        return true;
+    }
 
     void orderRun(Run run) {
         if (run.end - run.next < 2) return;
@@ -84,12 +96,13 @@ private:
     }
 
     /// The characters of a text from one on as a number that orders like them; 0 behind the text's end.
-    [[nodiscard]] std::uint64_t keyAt(std::wstring_view text, std::size_t start) const {
+    [[nodiscard]] std::uint64_t keyAt(const CompactText& text, std::size_t start) const {
         using Unit = std::conditional_t<sizeof(wchar_t) == 2, std::uint16_t, std::uint32_t>;
+        const std::size_t end = start + keyCharacters();
         std::uint64_t key = 0;
-        for (std::size_t place = start; place < start + kKeyCharacters; ++place) {
+        for (std::size_t place = start; place < end; ++place) {
             const std::uint64_t unit = place < text.size() ? static_cast<Unit>(letters_.lowerAt(text, place)) : 0U;
-            key = key << kCharacterBits | unit;
+            key = key << characterBits_ | unit;
         }
         return key;
     }
@@ -97,12 +110,12 @@ private:
     /// Moves the depth to where the texts of a run begin to differ.
     /// @return false when all of them end before
     bool skipShared(Run& run) {
-        first_ = textAt(run.next);
+        textAt(run.next).copyTo(first_);
         std::size_t shared = first_.size();
         std::size_t longest = first_.size();
         for (std::size_t place = run.next + 1; place < run.end && (shared > run.depth || longest <= run.depth);
              ++place) {
-            const std::wstring_view text = textAt(place);
+            const CompactText text = textAt(place);
             longest = std::max(longest, text.size());
             const std::size_t end = std::min(shared, text.size());
             shared = std::min(run.depth, end);
@@ -122,6 +135,7 @@ private:
     const CaseFolder& letters_;
     Direction direction_;
     PacedWork& work_;
+    std::size_t characterBits_ = kWideBits;
     std::vector<Run> runs_;
     std::wstring first_;
 };
@@ -144,17 +158,22 @@ wchar_t CaseFolder::lowerOfRare(std::wstring_view text, std::size_t place) {
     return foldCase(text.substr(start, isPair ? 2 : 1))[place - start];
 }
 
-void CaseFolder::fold(std::wstring_view text, std::wstring& folded) const {
+void CaseFolder::fold(const CompactText& text, std::wstring& folded) const {
     folded.resize(text.size());
     for (std::size_t place = 0; place < text.size(); ++place) folded[place] = lowerAt(text, place);
 }
 
-bool CaseFolder::startsWith(std::wstring_view text, std::wstring_view folded) const {
+bool CaseFolder::startsWith(const CompactText& text, std::wstring_view folded) const {
     if (text.size() < folded.size()) return false;
     for (std::size_t place = 0; place < folded.size(); ++place) {
         if (lowerAt(text, place) != folded[place]) return false;
     }
     return true;
+}
+
+bool CaseFolder::keepsPlain() const noexcept {
+    return std::all_of(lower_.begin(), lower_.begin() + kPlainCharacters,
+                       [](std::uint16_t each) { return each < kPlainCharacters; });
 }
 
 void orderByKeys(std::span<KeyedItem> items, Direction direction, PacedWork& work) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "drivers/compact_text.h"
 #include "shell/breather.h"
 
 namespace tovar {
@@ -15,16 +16,18 @@ class CaseFolder {
 public:
     CaseFolder();
     /// @param place  below text.size()
-    [[nodiscard]] wchar_t lowerAt(std::wstring_view text, std::size_t place) const {
+    [[nodiscard]] wchar_t lowerAt(const CompactText& text, std::size_t place) const {
         const auto character = static_cast<std::uint32_t>(text[place]);
         return character < lower_.size() && (character < 0xD800 || character > 0xDFFF)
                    ? static_cast<wchar_t>(lower_[character])
-                   : lowerOfRare(text, place);
+                   : lowerOfRare(text.wide(), place);
     }
     /// @param folded  is replaced
-    void fold(std::wstring_view text, std::wstring& folded) const;
+    void fold(const CompactText& text, std::wstring& folded) const;
     /// @param folded  a text in lower case
-    [[nodiscard]] bool startsWith(std::wstring_view text, std::wstring_view folded) const;
+    [[nodiscard]] bool startsWith(const CompactText& text, std::wstring_view folded) const;
+    /// @return whether characters up to U+00FF are so in lower case too
+    [[nodiscard]] bool keepsPlain() const noexcept;
 
 private:
     [[nodiscard]] static wchar_t lowerOfRare(std::wstring_view text, std::size_t place);
@@ -52,7 +55,7 @@ enum class Direction { Ascending, Descending };
 void orderByKeys(std::span<KeyedItem> items, Direction direction, PacedWork& work);
 
 /// The text of an item, valid until the next call.
-using TextOfItem = std::function<std::wstring_view(std::uint32_t item)>;
+using TextOfItem = std::function<CompactText(std::uint32_t item)>;
 
 /// Orders items by their texts, letters of either case alike: character by character as std::wstring compares, equal
 /// ones by their numbers, whatever the direction. Texts are looked at a few characters at a time, and only where those

@@ -18,7 +18,8 @@ std::uint32_t internLike(InternedTexts& texts, std::uint32_t last, std::wstring_
 
 void EntryTable::clear() noexcept {
     rows_.clear();
-    names_.clear();
+    plainNames_.clear();
+    wideNames_.clear();
     folders_.clear();
     labels_.clear();
     labelPairs_.clear();
@@ -50,10 +51,15 @@ void EntryTable::add(const EntryRecord& record, std::wstring_view storedName, st
     row.ratio = record.ratio;
     row.date = record.date;
     row.time = record.time;
-    row.name = names_.keep(name);
+    const std::uint32_t nameFlag = CompactText::fitsPlain(name) ? 0 : kWideName;
+    if (nameFlag == 0) {
+        row.name = plainNames_.keep(name);
+    } else {
+        row.name = wideNames_.keep(name);
+    }
     row.nameLength = static_cast<std::uint16_t>(name.size());
     row.folder = lastFolder_ = internLike(folders_, lastFolder_, hasFolder ? cutToPath(nameStart) : kRoot);
-    row.labelsAndFlags = labelPair(attributes, type);
+    row.labelsAndFlags = labelPair(attributes, type) | nameFlag;
     if (record.original <= kMostInRow && record.packed <= kMostInRow) {
         row.original = static_cast<std::uint32_t>(record.original);
         row.packed = static_cast<std::uint32_t>(record.packed);
@@ -78,7 +84,7 @@ std::uint32_t EntryTable::labelPair(std::wstring_view attributes, std::wstring_v
 }
 
 EntryTable::LabelPair EntryTable::labelsOf(std::uint32_t index) const {
-    const std::wstring_view text = labelPairs_.at(rows_.at(index).labelsAndFlags & ~kLargeSizes);
+    const std::wstring_view text = labelPairs_.at(rows_.at(index).labelsAndFlags & ~(kLargeSizes | kWideName));
     const auto number = [text](std::size_t place) {
         return static_cast<std::uint32_t>(text[place]) | static_cast<std::uint32_t>(text[place + 1]) << 16;
     };
@@ -110,9 +116,12 @@ std::wstring_view EntryTable::cutToPath(std::size_t nameStart) {
     return std::wstring_view(scratch_).substr(0, end + 1);
 }
 
-std::wstring_view EntryTable::name(std::uint32_t index) const {
+CompactText EntryTable::name(std::uint32_t index) const {
     const Row& row = rows_.at(index);
-    return {row.name, row.nameLength};
+    if ((row.labelsAndFlags & kWideName) != 0) {
+        return std::wstring_view(static_cast<const wchar_t*>(row.name), row.nameLength);
+    }
+    return {static_cast<const unsigned char*>(row.name), row.nameLength};
 }
 
 std::uint32_t EntryTable::attributesNumber(std::uint32_t index) const { return labelsOf(index).attributes; }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "drivers/chunked_list.h"
+#include "drivers/compact_text.h"
 #include "drivers/interned_texts.h"
 
 namespace tovar {
@@ -19,8 +20,8 @@ struct EntryRecord {
 };
 
 /// The members of a listed archive, kept compactly: numbers as numbers, each folder path and each attribute or method
-/// text once, names one after the other. Texts are made when they are read (entry_text.h). Indexes run from 0 in the
-/// order of the listing.
+/// text once, names one after the other in as few bytes as they allow. Texts are made when they are read
+/// (entry_text.h). Indexes run from 0 in the order of the listing.
 class EntryTable {
 public:
     EntryTable() = default;
@@ -44,7 +45,7 @@ public:
     // One field of one entry. All throw std::out_of_range for an index outside 0 to size() - 1.
     // Texts stay valid until clear().
     [[nodiscard]] EntryRecord record(std::uint32_t index) const;
-    [[nodiscard]] std::wstring_view name(std::uint32_t index) const;
+    [[nodiscard]] CompactText name(std::uint32_t index) const;
     [[nodiscard]] std::wstring_view path(std::uint32_t index) const { return folderPath(folder(index)); }
     [[nodiscard]] std::wstring_view attributes(std::uint32_t index) const;
     [[nodiscard]] std::wstring_view type(std::uint32_t index) const;
@@ -74,11 +75,11 @@ private:
         std::uint16_t time = 0;
         std::uint16_t nameLength = 0;
         std::uint32_t folder = 0;          ///< number in folders_
-        std::uint32_t labelsAndFlags = 0;  ///< number in labelPairs_, and kLargeSizes
-        const wchar_t* name = nullptr;
+        std::uint32_t labelsAndFlags = 0;  ///< number in labelPairs_, kLargeSizes and kWideName
+        const void* name = nullptr;        ///< in wideNames_ or plainNames_
     };
     static_assert(sizeof(Row) <= 28 + sizeof(void*) + 4);
-    static constexpr std::uint32_t kLargeSizes = 0x80000000;
+    static constexpr std::uint32_t kLargeSizes = 0x80000000, kWideName = 0x40000000;
 
     struct LargeSizes {
         std::uint64_t original, packed;
@@ -94,7 +95,8 @@ private:
     std::wstring_view cutToPath(std::size_t nameStart);
 
     ChunkedList<Row> rows_;
-    TextArena names_;
+    TextArena<unsigned char> plainNames_;
+    TextArena<wchar_t> wideNames_;
     InternedTexts folders_;
     InternedTexts labels_;
     InternedTexts labelPairs_;  ///< each as four characters: two halves of each label's number

@@ -26,31 +26,6 @@ std::uint32_t randomKey() noexcept {
 
 }  // namespace
 
-const wchar_t* TextArena::keep(std::wstring_view text) {
-    if (text.empty()) {
-        return nullptr;
-    }
-    if (text.size() > room_) {
-        const std::size_t size = std::max(kBlock, text.size());
-        auto block = std::make_unique_for_overwrite<wchar_t[]>(size);
-        wchar_t* const start = block.get();
-        blocks_.push_back(std::move(block));
-        free_ = start;
-        room_ = size;
-    }
-    wchar_t* const kept = free_;
-    std::copy(text.begin(), text.end(), kept);
-    free_ += text.size();
-    room_ -= text.size();
-    return kept;
-}
-
-void TextArena::clear() noexcept {
-    decltype(blocks_)().swap(blocks_);
-    free_ = nullptr;
-    room_ = 0;
-}
-
 InternedTexts::InternedTexts() : key_(randomKey()) {}
 
 void InternedTexts::clear() noexcept {

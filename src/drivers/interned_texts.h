@@ -1,8 +1,10 @@
 #pragma once
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "drivers/chunked_list.h"
@@ -10,18 +12,42 @@
 namespace tovar {
 
 /// Keeps texts one after the other in blocks; they are freed all at once.
+/// @tparam Character  as which they are kept: wchar_t, or unsigned char for characters up to U+00FF
+template <class Character>
 class TextArena {
 public:
     /// @return the kept text; null for an empty one
     /// @throws std::bad_alloc
-    const wchar_t* keep(std::wstring_view text);
-    void clear() noexcept;
+    const Character* keep(std::wstring_view text) {
+        if (text.empty()) return nullptr;
+        if (text.size() > room_) addBlock(text.size());
+        Character* const kept = free_;
+        std::transform(text.begin(), text.end(), kept, [](wchar_t each) { return static_cast<Character>(each); });
+        free_ += text.size();
+        room_ -= text.size();
+        return kept;
+    }
+
+    void clear() noexcept {
+        decltype(blocks_)().swap(blocks_);
+        free_ = nullptr;
+        room_ = 0;
+    }
 
 private:
-    static constexpr std::size_t kBlock = 32'768;  ///< characters in a block
+    static constexpr std::size_t kBlock = 65'536 / sizeof(Character);  ///< characters in a block
 
-    std::vector<std::unique_ptr<wchar_t[]>> blocks_;
-    wchar_t* free_ = nullptr;
+    void addBlock(std::size_t least) {
+        const std::size_t size = std::max(kBlock, least);
+        auto block = std::make_unique_for_overwrite<Character[]>(size);
+        Character* const start = block.get();
+        blocks_.push_back(std::move(block));
+        free_ = start;
+        room_ = size;
+    }
+
+    std::vector<std::unique_ptr<Character[]>> blocks_;
+    Character* free_ = nullptr;
     std::size_t room_ = 0;  ///< characters free in the last block
 };
 
@@ -55,7 +81,7 @@ private:
     void growSlots();
 
     ChunkedList<Text> texts_;
-    TextArena arena_;
+    TextArena<wchar_t> arena_;
     std::vector<std::uint32_t> slots_;  ///< open addressing: number + 1, or 0 when free; a power of two in size
     std::uint32_t key_;                 ///< of the hash
 };

@@ -78,6 +78,9 @@ class RowOrderTest : public testing::Test {
 protected:
     void list(const RegionalSettings& regional, std::size_t count = 1500) {
         driver_.members = RandomMembers().make(count);
+        listMembers(regional);
+    }
+    void listMembers(const RegionalSettings& regional) {
         driver_.regional = regional;
         driver_.SetArcFile(L"a.zip");
         folders_.build(L"a.zip", driver_.entries());
@@ -154,6 +157,22 @@ TEST_F(RowOrderTest, IsThatOfTheTextsInEveryColumn) {
     for (const auto column : {kName, kOriginal, kPacked, kRatio, kFileType, kModified, kAttr, kType, kCrc}) {
         expectOrderOfTexts(column);
     }
+}
+
+// Names that fit into 8 bits a character are put in order more of them at a time, as long as all in a folder do.
+TEST_F(RowOrderTest, OfNamesWithoutRareCharactersIsThatOfTheTexts) {
+    driver_.members = RandomMembers().make(12'000);
+    std::erase_if(driver_.members, [](const Member& member) {
+        return std::ranges::any_of(member.storedName,
+                                   [](wchar_t each) { return static_cast<std::uint32_t>(each) > 0xFF; });
+    });
+    ASSERT_GT(driver_.members.size(), 1000U);
+    driver_.members.push_back({L"same beginning of many names \u00FF"});
+    listMembers({});
+    expectOrderOfTexts(kName);
+    driver_.members.push_back({L"same beginning of many names \u0100"});
+    listMembers({});
+    expectOrderOfTexts(kName);
 }
 
 TEST_F(RowOrderTest, OfSizesIsThatOfTheTextsForEveryWayToGroupDigits) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <string>
 
 namespace tovar {
@@ -141,6 +142,43 @@ TEST(EntryTable, KeepsNamesOf32000Characters) {
     table.add({}, longFolder + L'/' + longName, L"", L"");
     EXPECT_EQ(table.name(0), longName);
     EXPECT_EQ(table.path(0), longFolder + L'\\');
+}
+
+// Names lie in memory in two forms, which take turns here.
+TEST(EntryTable, GivesBackEveryNameAsItWas) {
+    const std::wstring names[] = {L"",
+                                  L"plain.txt",
+                                  std::wstring(L"nul\0inside", 10),
+                                  L"\u00E9t\u00E9 \u00FF.txt",
+                                  L"\u0100",
+                                  L"\u65E5\u672C.txt",
+                                  L"\x80\x9F\xA0",
+                                  std::wstring(1, static_cast<wchar_t>(0xD83D)),
+                                  std::wstring(L"half ") + static_cast<wchar_t>(0xDE00) + L".txt",
+                                  L"\U0001F600",
+                                  L"\uFFFE\uFFFF",
+                                  std::wstring(1000, L'\u00FF'),
+                                  std::wstring(1000, L'\u0100'),
+                                  L"last"};
+    EntryTable table;
+    for (const std::wstring& name : names) table.add({}, L"d/" + name, L"a", L"b");
+    for (std::uint32_t index = 0; index < std::size(names); ++index) {
+        EXPECT_EQ(std::wstring(table.name(index)), names[index]) << index;
+        EXPECT_EQ(table.path(index), L"d\\") << index;
+        EXPECT_EQ(table.type(index), L"b") << index;
+    }
+    EXPECT_TRUE(table.name(3).isPlain());
+    EXPECT_FALSE(table.name(4).isPlain());
+}
+
+TEST(EntryTable, KeepsNamesOfLargeMembersInBothForms) {
+    EntryTable table;
+    table.add({.original = 5'000'000'000}, L"plain", L"", L"");
+    table.add({.original = 6'000'000'000}, L"\u65E5", L"", L"");
+    EXPECT_EQ(std::wstring(table.name(0)), L"plain");
+    EXPECT_EQ(std::wstring(table.name(1)), L"\u65E5");
+    EXPECT_EQ(table.record(0).original, 5'000'000'000U);
+    EXPECT_EQ(table.record(1).original, 6'000'000'000U);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@ namespace {
 
 using test::dosDate;
 using test::dosTime;
-using test::Member;
+using test::LibraryMember;
 
 class Listing : public testing::Test, protected test::DriverFixture {};
 
@@ -230,14 +230,14 @@ TEST_F(Listing, RefusesIndexesOutside) {
 }
 
 TEST_F(Listing, CountsBeyond16Bits) {
-    library.members.assign(70'000, Member{.name = "d/x"});
+    library.members.assign(70'000, LibraryMember{.name = "d/x"});
     library.members.back().name = "last";
     EXPECT_EQ(driver.SetArcFile(L"x.zip"), 70'000U);
     EXPECT_EQ(driver.FileName(69'999), L"last");
 }
 
 TEST_F(Listing, KeepsWhatWasReadWhenMemoryRunsOut) {
-    library.members.assign(10, Member{.name = "x"});
+    library.members.assign(10, LibraryMember{.name = "x"});
     library.decodesUntilNoMemory = 2 + 3;  // attributes and method of the first, names of three
     EXPECT_EQ(driver.SetArcFile(L"x.zip"), 3U);
     EXPECT_EQ(driver.entries().size(), 3U);
@@ -255,7 +255,7 @@ public:
 };
 
 TEST_F(Listing, StopsForBreathAfterEach128Members) {
-    library.members.assign(1000, Member{.name = "x"});
+    library.members.assign(1000, LibraryMember{.name = "x"});
     FakeBreather breather;
     driver.setBreather(&breather);
     EXPECT_EQ(driver.SetArcFile(L"x.zip"), 1000U);
@@ -268,7 +268,7 @@ TEST_F(Listing, StopsForBreathAfterEach128Members) {
 }
 
 TEST_F(Listing, EndsWhenItIsNoLongerWanted) {
-    library.members.assign(1000, Member{.name = "x"});
+    library.members.assign(1000, LibraryMember{.name = "x"});
     FakeBreather breather;
     breather.wanted = 1;
     driver.setBreather(&breather);

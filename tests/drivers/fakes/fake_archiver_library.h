@@ -28,7 +28,7 @@ public:
     std::int32_t checkAnswer = 0;
     std::int32_t dialogAnswer = 0;
     bool opens = true;
-    std::vector<Member> members;
+    std::vector<LibraryMember> members;
     std::int32_t endCode = -1;  ///< what the search answers behind the last member
     bool has64BitSizes = false;
     std::vector<std::uint64_t> originals64, packed64;  ///< by member

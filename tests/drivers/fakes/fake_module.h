@@ -36,7 +36,7 @@ struct FakeExports {
     archiver::Bool checkAnswer = 1;
     std::int32_t dialogAnswer = 1;
     archiver::ArchiveHandle handle = this;
-    std::vector<Member> members;
+    std::vector<LibraryMember> members;
     bool unpackedRecord = false;  ///< writes 560 bytes
     bool writesRecord = true;
     archiver::Bool sizeAnswer = 1;

@@ -8,7 +8,7 @@
 namespace tovar::test {
 
 /// What a library tells of a member; a text as long as its field or longer fills it without a NUL.
-struct Member {
+struct LibraryMember {
     std::string name;
     std::uint32_t original = 0;
     std::uint32_t packed = 0;
@@ -25,7 +25,7 @@ void fillField(char (&field)[Size], const std::string& text) {
     std::copy_n(text.begin(), std::min(text.size(), Size), field);
 }
 
-inline archiver::IndividualInfo infoOf(const Member& member) {
+inline archiver::IndividualInfo infoOf(const LibraryMember& member) {
     archiver::IndividualInfo info{};
     info.originalSize = member.original;
     info.compressedSize = member.packed;

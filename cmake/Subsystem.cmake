@@ -22,6 +22,18 @@ function(tovar_library name)
     endif()
 endfunction()
 
+# tovar_track_resources(script.rc...)
+#
+# The resource compiler does not tell which files a script includes: without this a module would keep the dialogs that it
+# was built with when the script of one changes.
+file(GLOB TOVAREX_RESOURCE_PARTS CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/src/*/win32/*.rc"
+    "${PROJECT_SOURCE_DIR}/src/*/win32/*.manifest" "${PROJECT_SOURCE_DIR}/src/*/win32/*_controls.h")
+function(tovar_track_resources)
+    foreach(script ${ARGN})
+        set_property(SOURCE "${script}" APPEND PROPERTY OBJECT_DEPENDS "${TOVAREX_RESOURCE_PARTS}")
+    endforeach()
+endfunction()
+
 # tovar_tests(NAME SOURCES file... LINKS library...)
 #
 # One test program over GoogleTest. The portable ones are built for every system; those that only make sense in Windows
@@ -29,6 +41,9 @@ endfunction()
 function(tovar_tests name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
+    set(scripts ${arg_SOURCES})
+    list(FILTER scripts INCLUDE REGEX "\\.rc$")
+    tovar_track_resources(${scripts})
     target_link_libraries(${name} PRIVATE ${arg_LINKS} gtest_main)
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     tovar_warnings(${name})

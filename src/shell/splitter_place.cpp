@@ -1,4 +1,4 @@
-#include "browser/splitter_place.h"
+#include "shell/splitter_place.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -7,7 +7,6 @@ namespace tovar {
 namespace {
 
 constexpr int kBarWidth = 5, kLeastPane = 80, kStep = 8;  // at 96 dots per inch
-constexpr int kShare = 28;                                // per cent
 
 int timesOver(int length, int times, int over) noexcept {
     return static_cast<int>((std::int64_t{length} * times + over / 2) / over);
@@ -29,7 +28,7 @@ void SplitterPlace::layOut(int width, int dpi) noexcept {
     width_ = std::max(width, 0);
     dpi_ = dpi;
     barWidth_ = scaled(kBarWidth);
-    left_ = withinLimits(chosen_ >= 0 ? chosen_ : timesOver(width_, kShare, 100));
+    left_ = withinLimits(chosen_ >= 0 ? chosen_ : timesOver(width_, share_, 100));
 }
 
 bool SplitterPlace::moveTo(int left) noexcept {

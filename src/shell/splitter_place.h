@@ -6,6 +6,9 @@ namespace tovar {
 /// edge of the area that holds both panes.
 class SplitterPlace {
 public:
+    /// @param share  of the left pane in the area's width, in per cent, until the user moves the bar
+    explicit SplitterPlace(int share = 28) noexcept : share_(share) {}
+
     /// Puts the bar into an area. Until its user moves it, it keeps its share of the area's width; then its distance
     /// from the left edge, which comes back when an area that became too narrow for it grows again.
     /// @param dpi  dots per inch, for the bar's own width and the least width of a pane; the chosen place scales with
@@ -29,6 +32,7 @@ private:
     [[nodiscard]] int withinLimits(int left) const noexcept;
     [[nodiscard]] int scaled(int length) const noexcept;
 
+    int share_;
     int width_ = 0, dpi_ = 96;
     int left_ = 0, barWidth_ = 0;
     int chosen_ = -1;  ///< -1 until the user moves the bar

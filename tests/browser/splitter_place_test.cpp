@@ -1,4 +1,4 @@
-#include "browser/splitter_place.h"
+#include "shell/splitter_place.h"
 
 #include <gtest/gtest.h>
 

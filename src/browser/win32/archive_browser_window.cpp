@@ -86,7 +86,8 @@ bool fArcMain::createControls() {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
     ::InitCommonControlsEx(&classes);
     if (!menuBand_.create(hwnd(), *this) || !toolbar_.create(hwnd()) || !address_.create(hwnd(), *this, messages_) ||
-        !tree_.create(hwnd()) || !splitter_.create(hwnd()) || !list_.create(hwnd(), *this, messages_)) {
+        !tree_.create(hwnd()) || !splitter_.create(hwnd(), kSplitter, L"Width of the folder tree") ||
+        !list_.create(hwnd(), *this, messages_)) {
         return false;
     }
     status_ = createControl(hwnd(), STATUSCLASSNAMEW, L"", SBARS_SIZEGRIP, 0, sBar1);

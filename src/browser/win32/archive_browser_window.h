@@ -22,13 +22,13 @@
 #include "browser/win32/host_watch.h"
 #include "browser/win32/menu_band.h"
 #include "browser/win32/pane_keys.h"
-#include "browser/win32/splitter.h"
 #include "shell/file_system.h"
 #include "shell/message_boxes.h"
 #include "shell/regional.h"
 #include "shell/win32/desktop_watch.h"
 #include "shell/win32/form_fonts.h"
 #include "shell/win32/handles.h"
+#include "shell/win32/splitter.h"
 #include "shell/win32/window.h"
 
 namespace tovar {

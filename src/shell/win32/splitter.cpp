@@ -1,8 +1,7 @@
-#include "browser/win32/splitter.h"
+#include "shell/win32/splitter.h"
 
 #include <windowsx.h>
 
-#include "browser/win32/browser_controls.h"
 #include "shell/win32/message_map.h"
 
 namespace tovar {
@@ -12,15 +11,15 @@ bool isDown(int key) noexcept { return ::GetKeyState(key) < 0; }
 
 }  // namespace
 
-bool Splitter::create(HWND parent) {
+bool Splitter::create(HWND parent, int id, const wchar_t* name) {
     Description description;
-    description.className = L"fArcMainSplitter";
+    description.className = L"TovarExSplitter";
     description.classStyle = CS_DBLCLKS;
     description.style = WS_CHILD | WS_VISIBLE;
     description.parent = parent;
     if (!Window::create(description)) return false;
-    ::SetWindowLongPtrW(hwnd(), GWLP_ID, kSplitter);
-    ::SetWindowTextW(hwnd(), L"Width of the folder tree");  // for screen readers
+    ::SetWindowLongPtrW(hwnd(), GWLP_ID, id);
+    ::SetWindowTextW(hwnd(), name);
     return true;
 }
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "browser/splitter_place.h"
+#include "shell/splitter_place.h"
 #include "shell/win32/window.h"
 
 namespace tovar {
@@ -20,16 +20,18 @@ public:
     virtual void onSplitterLeave(bool backwards) = 0;
 };
 
-/// The bar between the folder tree and the contents list. The mouse drags it, and a double click makes the tree as wide
+/// The bar between a folder tree and a list. The mouse drags it, and a double click makes the tree as wide
 /// as its texts. It can have the keyboard: the arrow keys move it, Ctrl with them by single pixels, Home and End as far
 /// as it goes; Enter fits the tree like a double click. It is then painted in the colour of selections.
 class Splitter final : private Window {
 public:
-    explicit Splitter(SplitterOwner& owner) : owner_(owner) {}
+    /// @param share  of the tree in the width of both, in per cent, until the user moves the bar
+    explicit Splitter(SplitterOwner& owner, int share = 28) : owner_(owner), place_(share) {}
     ~Splitter() override { destroy(); }
 
+    /// @param name  for screen readers
     /// @return false on failure
-    bool create(HWND parent);
+    bool create(HWND parent, int id, const wchar_t* name);
     using Window::hwnd;
 
     /// Works out where the bar is to be (see SplitterPlace); the owner puts it there.

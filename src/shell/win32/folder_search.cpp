@@ -4,7 +4,6 @@
 
 #include <string_view>
 
-#include "shell/paths.h"
 #include "shell/win32/handles.h"
 #include "shell/win32/long_paths.h"
 #include "shell/win32/system_calls.h"
@@ -22,12 +21,6 @@ bool FolderVisibility::shows(const WIN32_FIND_DATAW& entry) const noexcept {
     constexpr DWORD kProtected = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     if ((entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) == 0) return true;
     return hidden_ && (system_ || (entry.dwFileAttributes & kProtected) != kProtected);
-}
-
-bool isSlowPlace(const std::wstring& path) {
-    if (!HasDriveRoot(path)) return true;
-    const UINT kind = ::GetDriveTypeW(path.substr(0, 3).c_str());
-    return kind != DRIVE_FIXED && kind != DRIVE_RAMDISK;
 }
 
 SystemErrorCode searchFolder(const std::wstring& path, SearchFor what,

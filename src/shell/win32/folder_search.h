@@ -18,9 +18,6 @@ private:
     bool hidden_, system_;
 };
 
-/// @return whether what a folder holds may only be asked for when the user wants it: its disk may be absent or far away
-[[nodiscard]] bool isSlowPlace(const std::wstring& path);
-
 /// What a search is for; folders alone are found faster where the file system can leave out the files. Files may turn
 /// up all the same.
 enum class SearchFor { Folders, Everything };

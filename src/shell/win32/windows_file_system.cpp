@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "shell/win32/handles.h"
+#include "shell/win32/long_paths.h"
 #include "shell/win32/system_calls.h"
 
 namespace tovar {
@@ -33,8 +34,8 @@ void putLocalTime(const FILETIME& time, FileStatus& status) noexcept {
 
 // A device ("CON", "COM1") is no file to read or write: it can make the caller wait for ever.
 UniqueHandle openFile(const std::wstring& path, DWORD access, DWORD share, DWORD creation, SystemErrorCode& error) {
-    UniqueHandle file =
-        adoptHandle(::CreateFileW(path.c_str(), access, share, nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr));
+    UniqueHandle file = adoptHandle(
+        ::CreateFileW(systemPath(path).c_str(), access, share, nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr));
     error = file ? 0 : lastError();
     if (file && ::GetFileType(file.get()) != FILE_TYPE_DISK) {
         file.reset();
@@ -47,7 +48,8 @@ UniqueHandle openFile(const std::wstring& path, DWORD access, DWORD share, DWORD
 
 std::optional<FileAttributes> WindowsFileSystem::attributes(const std::wstring& path) const {
     const QuietSystem quiet;
-    const DWORD attributes = isSystemText(path) ? ::GetFileAttributesW(path.c_str()) : INVALID_FILE_ATTRIBUTES;
+    const DWORD attributes =
+        isSystemText(path) ? ::GetFileAttributesW(systemPath(path).c_str()) : INVALID_FILE_ATTRIBUTES;
     if (attributes == INVALID_FILE_ATTRIBUTES) return std::nullopt;
     return attributes;
 }
@@ -55,7 +57,8 @@ std::optional<FileAttributes> WindowsFileSystem::attributes(const std::wstring& 
 std::optional<FileStatus> WindowsFileSystem::status(const std::wstring& path) const {
     const QuietSystem quiet;
     WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!isSystemText(path) || ::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) == FALSE) {
+    if (!isSystemText(path) ||
+        ::GetFileAttributesExW(systemPath(path).c_str(), GetFileExInfoStandard, &data) == FALSE) {
         return std::nullopt;
     }
     FileStatus status;
@@ -68,20 +71,20 @@ std::optional<FileStatus> WindowsFileSystem::status(const std::wstring& path) co
 SystemErrorCode WindowsFileSystem::setAttributes(const std::wstring& path, FileAttributes attributes) {
     const QuietSystem quiet;
     if (!isSystemText(path)) return ERROR_INVALID_NAME;
-    return ::SetFileAttributesW(path.c_str(), attributes) == FALSE ? lastError() : 0;
+    return ::SetFileAttributesW(systemPath(path).c_str(), attributes) == FALSE ? lastError() : 0;
 }
 
 SystemErrorCode WindowsFileSystem::createFolder(const std::wstring& path) {
     const QuietSystem quiet;
     if (!isSystemText(path)) return ERROR_INVALID_NAME;
-    return ::CreateDirectoryW(path.c_str(), nullptr) == FALSE ? lastError() : 0;
+    return ::CreateDirectoryW(systemPath(path).c_str(), nullptr) == FALSE ? lastError() : 0;
 }
 
 SystemErrorCode WindowsFileSystem::listFolder(const std::wstring& folder, std::vector<FolderEntry>& entries) const {
     const QuietSystem quiet;
     if (!isSystemText(folder)) return ERROR_INVALID_NAME;
     WIN32_FIND_DATAW found{};
-    const UniqueFind search = adoptFind(::FindFirstFileW((folder + L"*.*").c_str(), &found));
+    const UniqueFind search = adoptFind(::FindFirstFileW(systemPath(folder + L"*.*").c_str(), &found));
     if (!search) return lastError();
     do {
         entries.push_back({std::wstring(found.cFileName), found.dwFileAttributes,
@@ -129,13 +132,13 @@ SystemErrorCode WindowsFileSystem::writeFile(const std::wstring& path, std::stri
 SystemErrorCode WindowsFileSystem::deleteFile(const std::wstring& path) {
     const QuietSystem quiet;
     if (!isSystemText(path)) return ERROR_INVALID_NAME;
-    return ::DeleteFileW(path.c_str()) == FALSE ? lastError() : 0;
+    return ::DeleteFileW(systemPath(path).c_str()) == FALSE ? lastError() : 0;
 }
 
 SystemErrorCode WindowsFileSystem::removeFolder(const std::wstring& path) {
     const QuietSystem quiet;
     if (!isSystemText(path)) return ERROR_INVALID_NAME;
-    return ::RemoveDirectoryW(path.c_str()) == FALSE ? lastError() : 0;
+    return ::RemoveDirectoryW(systemPath(path).c_str()) == FALSE ? lastError() : 0;
 }
 
 }  // namespace tovar

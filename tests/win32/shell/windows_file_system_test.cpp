@@ -253,5 +253,29 @@ TEST_P(LongPaths, FailCleanly) {
 }
 INSTANTIATE_TEST_SUITE_P(WindowsFileSystem, LongPaths, testing::Values(300, 32000, 70000));
 
+TEST(WindowsFileSystem, TakesPathsBeyond260Characters) {
+    const test::TemporaryFolder folder;
+    WindowsFileSystem files;
+    std::wstring deep = folder / L"deep";
+    ASSERT_EQ(files.createFolder(deep), 0u);
+    while (deep.size() < 400) {
+        deep += L'\\' + std::wstring(60, L'd');
+        ASSERT_EQ(files.createFolder(deep), 0u);
+    }
+    EXPECT_EQ(files.attributes(deep).value_or(0) & 16u, 16u);
+    const std::wstring file = deep + LR"(\file.txt)";
+    EXPECT_EQ(files.writeFile(file, "text"), 0u);
+    std::string bytes;
+    EXPECT_EQ(files.readFile(file, bytes), 0u);
+    EXPECT_EQ(bytes, "text");
+    EXPECT_EQ(files.status(file)->size, 4u);
+    std::vector<FolderEntry> entries;
+    EXPECT_EQ(files.listFolder(deep + L'\\', entries), 0u);
+    const auto isFile = [](const FolderEntry& entry) { return entry.name == L"file.txt"; };
+    EXPECT_EQ(std::count_if(entries.begin(), entries.end(), isFile), 1);
+    EXPECT_EQ(files.deleteFile(file), 0u);
+    for (; deep != folder.path(); deep.resize(deep.rfind(L'\\'))) EXPECT_EQ(files.removeFolder(deep), 0u);
+}
+
 }  // namespace
 }  // namespace tovar

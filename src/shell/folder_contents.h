@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,13 +20,16 @@ class FolderContents {
 public:
     virtual ~FolderContents() = default;
 
-    /// Appends what is inside a folder, in the order in which it is to be shown: the folders before the files.
-    /// @return 0, or the system's error; then nothing was appended
-    virtual SystemErrorCode list(const std::wstring& path, std::vector<FolderFile>& files) = 0;
+    using Files = std::vector<FolderFile>;
 
-    /// Looks from now on whether something comes, goes or changes its name inside a folder, and no other one.
-    /// @param path  empty: no folder at all
-    virtual void watch(const std::wstring& path) = 0;
+    /// Looks what is inside a folder, and from before that on whether something comes, goes or changes its name in it.
+    /// No other folder is watched then, and no earlier question is answered any more.
+    /// @param path  empty: no folder at all, and nothing inside
+    /// @return in the order in which it is to be shown, the folders before the files; nothing for a folder that cannot
+    ///         be read. nullopt where looking takes long: takeLate answers it some time.
+    virtual std::optional<Files> look(const std::wstring& path) = 0;
+    /// @return the answer that was late, once
+    [[nodiscard]] virtual std::optional<Files> takeLate() = 0;
     /// @return whether something has changed since it was last asked
     [[nodiscard]] virtual bool takeChange() = 0;
 };

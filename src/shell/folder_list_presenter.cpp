@@ -16,10 +16,32 @@ constexpr std::wstring_view kLineEnd = L"\r\n";
 void FolderListPresenter::showFolder(std::optional<std::wstring> path) {
     folder_ = path.value_or(std::wstring());
     files_.clear();
-    // Before it is listed, so that nothing that happens meanwhile is missed.
-    contents_.watch(folder_);
-    if (!folder_.empty()) contents_.list(folder_, files_);
+    changed_ = false;
+    ask();
+    if (!reading_) return;
+    display_.showRows(1);
+    onSelectionChanged();
+}
+
+void FolderListPresenter::ask() {
+    std::optional<FolderContents::Files> files = contents_.look(folder_);
+    reading_ = !files;
+    if (files) show(std::move(*files));
+}
+
+/// What was selected remains so as far as it is still there.
+void FolderListPresenter::show(FolderContents::Files files) {
+    const std::wstring before = selected_;
+    const auto names = splitText(before, kLineEnd);
+    const std::unordered_set<std::wstring_view> kept(names.begin(), names.end());
+    const bool hadFiles = !files_.empty();
+    files_ = std::move(files);
+    std::vector<std::uint32_t> rows;
+    for (std::size_t row = 0; hadFiles && row < files_.size(); ++row) {
+        if (kept.contains(files_[row].name)) rows.push_back(static_cast<std::uint32_t>(row));
+    }
     display_.showRows(static_cast<std::uint32_t>(files_.size()));
+    if (!rows.empty()) display_.selectRows(rows);
     onSelectionChanged();
 }
 
@@ -53,23 +75,20 @@ void FolderListPresenter::onOpened(std::uint32_t row) {
 }
 
 void FolderListPresenter::onTick() {
-    if (contents_.takeChange()) refresh();
+    if (reading_) {
+        if (std::optional<FolderContents::Files> files = contents_.takeLate()) {
+            reading_ = false;
+            show(std::move(*files));
+        }
+    }
+    changed_ |= contents_.takeChange();
+    if (changed_ && !reading_) refresh();
 }
 
 void FolderListPresenter::refresh() {
-    if (folder_.empty()) return;
-    const std::wstring before = selected_;
-    const auto names = splitText(before, kLineEnd);
-    const std::unordered_set<std::wstring_view> kept(names.begin(), names.end());
-    files_.clear();
-    contents_.list(folder_, files_);
-    std::vector<std::uint32_t> rows;
-    for (std::size_t row = 0; row < files_.size(); ++row) {
-        if (kept.contains(files_[row].name)) rows.push_back(static_cast<std::uint32_t>(row));
-    }
-    display_.showRows(static_cast<std::uint32_t>(files_.size()));
-    display_.selectRows(rows);
-    onSelectionChanged();
+    if (folder_.empty() || reading_) return;
+    changed_ = false;
+    ask();
 }
 
 }  // namespace tovar

@@ -57,6 +57,7 @@ private:
 void FolderTreePresenter::start() {
     for (const auto& [number, node] : nodes_) source_.unwatch(number);
     nodes_.clear();
+    walk_.reset();
     desktop_ = computer_ = selected_ = kNoFolder;
     const Change change(*this);
     desktop_ = addPlace(Kind::Desktop, kNoFolder, kNoFolder, source_.desktop());
@@ -135,21 +136,52 @@ bool FolderTreePresenter::load(FolderNode node) {
         mergeDrives();
         return true;
     }
-    const std::wstring folder = path(node);
-    // Before it is listed, so that nothing that happens meanwhile is missed.
-    source_.watchFolder(node, folder);
-    std::vector<SubFolder> folders;
-    if (source_.listFolders(folder, folders) == 0) {
-        nodes_.at(node).loaded = true;
-        mergeFolders(node, std::move(folders));
-        return true;
+    if (!at(node).reading) look(node);
+    return at(node).loaded;
+}
+
+void FolderTreePresenter::look(FolderNode node) {
+    nodes_.at(node).reading = true;
+    if (std::optional<FolderLook> found = source_.lookInto(node, path(node))) {
+        onLook(node, std::move(*found));
+    } else {
+        display_.update(node);
+        if (node == selected_) selectionChanged_ = true;
+    }
+}
+
+/// A folder that was looked into before may be gone afterwards.
+void FolderTreePresenter::onLook(FolderNode node, FolderLook look) {
+    Node& seen = nodes_.at(node);
+    seen.reading = false;
+    seen.missing = !look.exists;
+    const bool listed = look.error == 0;
+    if (listed || seen.loaded) {
+        if (!listed && !look.exists) {
+            leave(node);
+        } else {
+            seen.loaded = true;
+            mergeFolders(node, std::move(look.folders));
+        }
+        return;
     }
     if (node != selected_) source_.unwatch(node);
     // A drive can be tried again: its disk may lie in it then.
-    Node& failed = nodes_.at(node);
-    failed.mayHaveFolders = failed.kind == Kind::Drive || !failed.children.empty();
+    seen.mayHaveFolders = seen.kind == Kind::Drive || !seen.children.empty();
     display_.update(node);
-    return false;
+}
+
+void FolderTreePresenter::onLateLook(FolderNode node, FolderLook look) {
+    const auto found = nodes_.find(node);
+    if (found == nodes_.end() || !found->second.reading) return;
+    const bool opens = std::exchange(found->second.openWhenRead, false);
+    const bool again = std::exchange(found->second.readAgain, false);
+    if (node == selected_) selectionChanged_ = true;
+    onLook(node, std::move(look));
+    if (!nodes_.contains(node)) return;
+    display_.update(node);
+    if (opens && !at(node).children.empty()) display_.expand(node);
+    if (again) reload(node);
 }
 
 void FolderTreePresenter::reload(FolderNode node) {
@@ -158,18 +190,13 @@ void FolderTreePresenter::reload(FolderNode node) {
         mergeDrives();
         return;
     }
-    const std::wstring folder = path(node);
-    if (!known.loaded) {
-        nodes_.at(node).mayHaveFolders = !known.children.empty() || source_.mayHaveFolders(folder);
-        display_.update(node);
-        return;
-    }
-    std::vector<SubFolder> folders;
-    const bool listed = source_.listFolders(folder, folders) == 0;
-    if (!listed && !source_.isFolder(folder)) {
-        leave(node);
+    if (known.reading) {
+        nodes_.at(node).readAgain = true;
+    } else if (known.loaded) {
+        look(node);
     } else {
-        mergeFolders(node, std::move(folders));
+        nodes_.at(node).mayHaveFolders = !known.children.empty() || source_.mayHaveFolders(path(node));
+        display_.update(node);
     }
 }
 
@@ -177,11 +204,7 @@ void FolderTreePresenter::reload(FolderNode node) {
 void FolderTreePresenter::leave(FolderNode node) {
     const Change change(*this);
     if (at(node).kind == Kind::Inside) {
-        const FolderNode parent = at(node).parent;
-        std::vector<FolderNode> children = at(parent).children;
-        forget(node);
-        std::erase(children, node);
-        childrenAre(parent, std::move(children));
+        removeNode(node);
         return;
     }
     mergeFolders(node, {});
@@ -191,6 +214,14 @@ void FolderTreePresenter::leave(FolderNode node) {
     left.mayHaveFolders.reset();
     source_.unwatch(node);
     display_.update(node);
+}
+
+void FolderTreePresenter::removeNode(FolderNode node) {
+    const FolderNode parent = at(node).parent;
+    std::vector<FolderNode> children = at(parent).children;
+    forget(node);
+    std::erase(children, node);
+    childrenAre(parent, std::move(children));
 }
 
 void FolderTreePresenter::mergeFolders(FolderNode node, std::vector<SubFolder> folders) {
@@ -311,7 +342,13 @@ void FolderTreePresenter::mergeDrives() {
 
 /// Takes a node away with all inside it. Its parent's children are the caller's business.
 void FolderTreePresenter::forget(FolderNode node) {
-    if (isInside(selected_, node)) display_.select(at(node).parent);
+    const FolderNode parent = at(node).parent;
+    if (walk_ && isInside(walk_->node, node)) walk_ = Walk{parent, {}, true, true};  // nearer there is nothing
+    if (isInside(selected_, node)) {
+        const std::optional<Walk> walk = walk_;
+        display_.select(parent);
+        walk_ = walk;
+    }
     display_.remove(node);
     std::vector<FolderNode> gone{node};
     while (!gone.empty()) {
@@ -320,7 +357,7 @@ void FolderTreePresenter::forget(FolderNode node) {
         const auto found = nodes_.find(each);
         if (found == nodes_.end()) continue;
         gone.insert(gone.end(), found->second.children.begin(), found->second.children.end());
-        if (found->second.loaded) source_.unwatch(each);
+        if (found->second.loaded || found->second.reading) source_.unwatch(each);
         nodes_.erase(found);
     }
 }
@@ -344,6 +381,7 @@ bool FolderTreePresenter::isInside(FolderNode node, FolderNode above) const {
 bool FolderTreePresenter::onExpanding(FolderNode node) {
     load(node);
     const bool hasFolders = !at(node).children.empty();
+    nodes_.at(node).openWhenRead = !hasFolders && at(node).reading;
     tellSelection();
     return hasFolders;
 }
@@ -354,13 +392,21 @@ void FolderTreePresenter::onCollapsing(FolderNode node) {
 }
 
 void FolderTreePresenter::onSelected(FolderNode node) {
+    walk_.reset();
     if (node == selected_) return;
     const auto before = nodes_.find(selected_);
-    if (before != nodes_.end() && !before->second.loaded) source_.unwatch(selected_);
+    if (before != nodes_.end() && !before->second.loaded && !before->second.reading) source_.unwatch(selected_);
     selected_ = node;
     // The first folder made in the selected one is to be seen, also while it has not been opened.
     const auto now = nodes_.find(node);
-    if (now != nodes_.end() && !now->second.loaded) source_.watchFolder(node, path(node));
+    if (now != nodes_.end() && !now->second.loaded && !now->second.reading) {
+        const std::wstring folder = path(node);
+        if (!folder.empty() && source_.isSlow(folder)) {
+            look(node);  // to learn whether it is there
+        } else {
+            source_.watchFolder(node, folder);
+        }
+    }
     selectionChanged_ = true;
     tellSelection();
 }
@@ -371,6 +417,8 @@ void FolderTreePresenter::tellSelection() {
 }
 
 void FolderTreePresenter::onTick() {
+    for (FolderSource::LateLook& late : source_.takeLate()) onLateLook(late.key, std::move(late.look));
+    if (walk_ && !at(walk_->node).reading) walkOn();
     for (const FolderNode changed : source_.takeChanges()) {
         if (nodes_.contains(changed)) reload(changed);
     }
@@ -399,26 +447,90 @@ void FolderTreePresenter::refresh() {
 
 bool FolderTreePresenter::selectFolder(std::wstring_view path) {
     const std::wstring wanted = StripTrailingSeparator(path);
-    FolderNode node = placeFor(wanted);
-    if (node == kNoFolder) return false;
+    walk_.reset();
+    const FolderNode place = placeFor(wanted);
+    if (place == kNoFolder) return false;
+    Walk walk;
+    walk.node = place;
+    const auto rest = restBelow(wanted, at(place).path).value_or(std::wstring_view());
+    for (const std::wstring_view name : splitText(rest, LR"(\)")) {
+        if (!name.empty()) walk.names.emplace_back(name);
+    }
+    walk_ = std::move(walk);
+    return walkOn();
+}
+
+/// A folder that is shown only because somebody named it, where asking whether it is there takes long.
+bool FolderTreePresenter::isUnproven(FolderNode node) const {
+    const Node& known = at(node);
+    return known.kept && !known.loaded && source_.isSlow(path(node));
+}
+
+/// @return whether the answer takes long
+bool FolderTreePresenter::askForWalk() {
+    const FolderNode node = walk_->node;
+    if (!at(node).loaded && !walk_->asked) {
+        walk_->asked = true;
+        load(node);
+    }
+    return !at(node).loaded && at(node).reading;
+}
+
+/// Goes down as far as is known.
+/// @return false when there is no such folder
+bool FolderTreePresenter::walkOn() {
     bool found = true;
+    FolderNode node = kNoFolder;
     {
         const Change change(*this);
-        const auto rest = restBelow(wanted, at(node).path).value_or(std::wstring_view());
-        for (const std::wstring_view name : splitText(rest, LR"(\)")) {
-            if (name.empty()) continue;
-            const FolderNode next = childFor(node, std::wstring(name));
+        bool waits = false;
+        while (found && !walk_->names.empty()) {
+            waits = askForWalk();
+            if (waits) break;
+            const FolderNode next = childFor(walk_->node, walk_->names.front(), walk_->asked);
             found = next != kNoFolder;
             if (!found) break;
-            node = next;
+            walk_->node = next;
+            walk_->asked = false;
+            walk_->names.pop_front();
+        }
+        waits = waits || (found && isUnproven(walk_->node) && askForWalk());
+        if (waits) {
+            walk_->told = selectionChanged_ = true;
+        } else {
+            node = walk_->node;
+        }
+    }
+    if (node == kNoFolder) {
+        tellSelection();
+        return true;
+    }
+    if (walk_->told) selectionChanged_ = true;  // as one that is being read
+    walk_.reset();
+    {
+        const Change change(*this);
+        while (at(node).kept && at(node).missing) {
+            found = false;
+            const FolderNode missing = std::exchange(node, at(node).parent);
+            const bool isPlace = at(missing).kind == Kind::Drive;
+            removeNode(missing);
+            if (isPlace) break;
         }
         std::vector<FolderNode> way;
         for (FolderNode above = at(node).parent; above != kNoFolder; above = at(above).parent) way.push_back(above);
         for (auto above = way.rbegin(); above != way.rend(); ++above) display_.expand(*above);
     }
-    display_.select(node);
+    // The computer itself is nearer to nothing.
+    if (node != computer_) display_.select(node);
     tellSelection();
     return found;
+}
+
+FolderState FolderTreePresenter::selectedState() const {
+    if (walk_) return FolderState::Reading;
+    const auto found = nodes_.find(selected_);
+    if (found == nodes_.end() || found->second.missing) return FolderState::Missing;
+    return isReading(selected_) ? FolderState::Reading : FolderState::There;
 }
 
 /// @return the place whose folder lies nearest above the path, or is the path's own; kNoFolder when there is none
@@ -442,14 +554,14 @@ FolderNode FolderTreePresenter::placeFor(const std::wstring& path) {
 }
 
 /// @return the folder of that name inside another one; kNoFolder when there is none
-FolderNode FolderTreePresenter::childFor(FolderNode node, const std::wstring& name) {
-    const bool wasLoaded = at(node).loaded;
-    load(node);
+/// @param justLooked  whether what is known of the folder is new
+FolderNode FolderTreePresenter::childFor(FolderNode node, const std::wstring& name, bool justLooked) {
     if (const FolderNode child = knownChild(node, name); child != kNoFolder) return child;
+    if (!at(node).loaded && at(node).missing) return kNoFolder;
     std::wstring wanted = path(node);
     goDown(wanted, name);
     if (name == L"." || name == L".." || !source_.isFolder(wanted)) return kNoFolder;
-    if (wasLoaded) {
+    if (!justLooked) {
         // Made a moment ago.
         reload(node);
         if (!nodes_.contains(node)) return kNoFolder;

@@ -1,4 +1,5 @@
 #pragma once
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,13 @@ namespace tovar {
 /// A folder in a tree of them. Numbers begin at 1 and are not used again.
 using FolderNode = FolderWatchKey;
 inline constexpr FolderNode kNoFolder = 0;
+
+/// What is known of the selected folder.
+enum class FolderState {
+    There,
+    Reading,  ///< asked for, but the answer takes long: nothing may rely on it yet
+    Missing,
+};
 
 /// The control that shows a tree of folders.
 class FolderTreeDisplay {
@@ -33,12 +41,13 @@ public:
     virtual void beginChange() = 0;
     virtual void endChange() = 0;
 
-    /// The selected folder is another one, or has another path. Not called within a change.
+    /// The selected folder is another one, has another path, or is in another state. Not called within a change.
     virtual void selectionChanged() = 0;
 };
 
 /// A tree of the computer's folders: the desktop, below it the documents, the computer with its drives, and what lies
-/// on the desktop. A folder is looked into when it is opened, and followed from then on.
+/// on the desktop. A folder is looked into when it is opened, and followed from then on. Where that takes long, the
+/// tree goes on meanwhile: the folder is marked as one that is read, and opens when the answer is there.
 class FolderTreePresenter {
 public:
     /// Both must outlive the object.
@@ -49,12 +58,16 @@ public:
 
     /// Selects a folder, however deep, and opens the way down to it. Hidden folders on the way are shown.
     /// @param path  absolute, with "\" as separator
-    /// @return false when there is no such folder: the nearest one above it is selected, if any
+    /// @return false when there is no such folder: the nearest one above it is selected, if any. Where the answer takes
+    ///         long, true; the folder, or the nearest one, is selected when it is there, unless another one was
+    ///         selected before.
     bool selectFolder(std::wstring_view path);
 
     /// @return path of the selected folder; nullopt when none is, or the one that is has no folder of the file system
     [[nodiscard]] std::optional<std::wstring> selectedFolder() const;
     [[nodiscard]] FolderNode selected() const noexcept { return selected_; }
+    /// @return of the selected folder, or of the one that is to be selected
+    [[nodiscard]] FolderState selectedState() const;
 
     // What the control asks.
     [[nodiscard]] const std::wstring& name(FolderNode node) const { return at(node).name; }
@@ -63,6 +76,8 @@ public:
     /// Looks into the folder when it is asked for the first time.
     [[nodiscard]] bool mayHaveFolders(FolderNode node);
     [[nodiscard]] bool isHidden(FolderNode node) const { return at(node).hidden; }
+    /// @return whether it is to be shown that the folder is being looked into
+    [[nodiscard]] bool isReading(FolderNode node) const { return at(node).reading && !at(node).loaded; }
     /// @return the icon of a place; nullopt for a folder
     [[nodiscard]] std::optional<int> placeIcon(FolderNode node) const { return at(node).icon; }
     /// @return whether the desktop may show another name or icon than those of any folder
@@ -70,13 +85,13 @@ public:
 
     // What the control tells.
     /// The folder is about to be opened.
-    /// @return false when there is nothing inside: it stays closed
+    /// @return false when there is nothing inside, or that is not known yet: it stays closed
     bool onExpanding(FolderNode node);
     /// The folder is about to be closed.
     void onCollapsing(FolderNode node);
     /// @param node  kNoFolder when nothing is selected
     void onSelected(FolderNode node);
-    /// Time to look whether something has changed on the disk.
+    /// Time to look whether something has changed on the disk, or answers have come in.
     void onTick();
     /// Looks at everything anew.
     void refresh();
@@ -90,13 +105,24 @@ private:
         std::wstring path;  ///< of a place; a folder's path is that of its parent and its name
         std::optional<int> icon;
         bool hidden = false, customised = false;
-        bool kept = false;    ///< shown because it was to be selected, not because it was listed
-        bool loaded = false;  ///< its folders are known, and watched
+        bool kept = false;          ///< shown because it was to be selected, not because it was listed
+        bool loaded = false;        ///< its folders are known, and watched
+        bool reading = false;       ///< it was asked for what is inside
+        bool readAgain = false;     ///< it has changed since
+        bool openWhenRead = false;  ///< its user wants to see what is inside
+        bool missing = false;       ///< the last look found that there is no such folder
         std::uint64_t created = 0;
         std::optional<bool> mayHaveFolders;
         std::vector<FolderNode> children;
     };
     class Change;
+    /// The way down to a folder that is to be selected.
+    struct Walk {
+        FolderNode node = kNoFolder;  ///< as far as it is gone
+        std::deque<std::wstring> names;
+        bool asked = false;  ///< what is inside the node, for this walk
+        bool told = false;   ///< that it takes long
+    };
 
     [[nodiscard]] const Node& at(FolderNode node) const { return nodes_.at(node); }
     FolderNode add(FolderNode parent, FolderNode after, Node node);
@@ -105,15 +131,22 @@ private:
 
     bool load(FolderNode node);
     void reload(FolderNode node);
+    void look(FolderNode node);
+    void onLook(FolderNode node, FolderLook look);
+    void onLateLook(FolderNode node, FolderLook look);
     void leave(FolderNode node);
+    void removeNode(FolderNode node);
     void mergeFolders(FolderNode node, std::vector<SubFolder> folders);
     void mergeDrives();
     void findRenamed(const std::vector<SubFolder>& folders, std::unordered_map<std::wstring, FolderNode>& known);
     void forget(FolderNode node);
     void childrenAre(FolderNode node, std::vector<FolderNode> children);
 
+    bool walkOn();
+    bool askForWalk();
+    [[nodiscard]] bool isUnproven(FolderNode node) const;
     [[nodiscard]] FolderNode placeFor(const std::wstring& path);
-    [[nodiscard]] FolderNode childFor(FolderNode node, const std::wstring& name);
+    [[nodiscard]] FolderNode childFor(FolderNode node, const std::wstring& name, bool justLooked);
     [[nodiscard]] FolderNode knownChild(FolderNode node, const std::wstring& name) const;
     [[nodiscard]] bool isInside(FolderNode node, FolderNode above) const;
     void tellSelection();
@@ -122,6 +155,7 @@ private:
     FolderTreeDisplay& display_;
     std::unordered_map<FolderNode, Node> nodes_;
     FolderNode next_ = 1, desktop_ = kNoFolder, computer_ = kNoFolder, selected_ = kNoFolder;
+    std::optional<Walk> walk_;
     int changes_ = 0;
     bool selectionChanged_ = false;  ///< not yet told
 };

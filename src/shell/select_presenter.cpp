@@ -22,10 +22,10 @@ void SelectPresenter::onLoad() {
     view_.showFolder(first);
 }
 
-void SelectPresenter::onFolderChanged(std::optional<std::wstring> folder) {
-    folder_ = std::move(folder).value_or(std::wstring());
-    names_.clear();
-    view_.enableOk(!folder_.empty() && paths_.IsFolder(folder_));
+void SelectPresenter::onFolderChanged(std::optional<std::wstring> folder, FolderState state) {
+    // The same folder again only is in another state.
+    if (std::exchange(folder_, std::move(folder).value_or(std::wstring())) != folder_) names_.clear();
+    view_.enableOk(state == FolderState::There && !folder_.empty() && paths_.IsFolder(folder_));
 }
 
 void SelectPresenter::onOk() {

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "shell/folder_tree_presenter.h"
 #include "shell/path_operations.h"
 
 namespace tovar {
@@ -44,7 +45,8 @@ public:
     void onLoad();
     /// The browser shows another folder.
     /// @param folder  nullopt: no folder of the file system
-    void onFolderChanged(std::optional<std::wstring> folder);
+    /// @param state   only of one that is there it is asked once more; of others the answer could take long
+    void onFolderChanged(std::optional<std::wstring> folder, FolderState state = FolderState::There);
     /// @param names  relative to the current folder, CR LF between them
     void onNamesSelected(const std::wstring& names) { names_ = names; }
     void onOk();

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,13 +19,20 @@ public:
     std::wstring watched;
     bool changed = false;
 
-    SystemErrorCode list(const std::wstring& path, std::vector<FolderFile>& files) override {
-        const auto found = folders.find(path);
-        if (found == folders.end()) return 3;
-        files.insert(files.end(), found->second.begin(), found->second.end());
-        return 0;
+    std::optional<Files> look(const std::wstring& path) override {
+        watched = path;
+        late.reset();
+        if (slow) return std::nullopt;
+        return filesIn(path);
     }
-    void watch(const std::wstring& path) override { watched = path; }
+    std::optional<Files> takeLate() override { return std::exchange(late, std::nullopt); }
+    void answer() { late = filesIn(watched); }
+    [[nodiscard]] Files filesIn(const std::wstring& path) const {
+        const auto found = folders.find(path);
+        return found == folders.end() ? Files() : found->second;
+    }
+    bool slow = false;  ///< answers come late
+    std::optional<Files> late;
     bool takeChange() override { return std::exchange(changed, false); }
 };
 
@@ -147,6 +155,64 @@ TEST_F(FolderList, IsEmptyOnceItsFolderIsGone) {
     list.onTick();
     EXPECT_EQ(display.count, 0U);
     EXPECT_EQ(display.told.back(), L"");
+}
+
+TEST_F(FolderList, ShowsThatItReadsWhereTheAnswerIsLate) {
+    contents.slow = true;
+    list.showFolder(LR"(C:\a)");
+    EXPECT_TRUE(list.isReading());
+    EXPECT_EQ(display.count, 1U);
+    select({0});  // the row that tells so is no name
+    EXPECT_TRUE(display.told.empty());
+    list.onOpened(0);
+    EXPECT_TRUE(display.opened.empty());
+    list.onTick();
+    EXPECT_TRUE(list.isReading());
+    contents.answer();
+    list.onTick();
+    EXPECT_FALSE(list.isReading());
+    EXPECT_EQ(display.count, 3U);
+}
+
+TEST_F(FolderList, ShowsAnEmptyFolderAsEmptyWhenTheAnswerIsThere) {
+    contents.slow = true;
+    list.showFolder(LR"(C:\none)");
+    contents.answer();
+    list.onTick();
+    EXPECT_EQ(display.count, 0U);
+    EXPECT_FALSE(list.isReading());
+}
+
+TEST_F(FolderList, GoesToAnotherFolderWithoutTheAnswer) {
+    contents.slow = true;
+    list.showFolder(LR"(C:\a)");
+    contents.slow = false;
+    list.showFolder(LR"(C:\)");
+    EXPECT_FALSE(list.isReading());
+    EXPECT_EQ(display.count, 1U);
+    EXPECT_EQ(list.files()[0].name, L"a");
+}
+
+TEST_F(FolderList, KeepsShowingWhatItHasWhileItReadsAgain) {
+    list.showFolder(LR"(C:\a)");
+    select({1});
+    contents.slow = true;
+    contents.changed = true;
+    list.onTick();
+    EXPECT_FALSE(list.isReading());
+    EXPECT_EQ(list.files().size(), 3U);
+    contents.folders[LR"(C:\a)"] = {{L"new.txt"}, {L"one.txt"}};
+    contents.changed = true;  // meanwhile
+    contents.answer();
+    list.onTick();
+    EXPECT_EQ(list.files().size(), 2U);
+    EXPECT_EQ(display.selected, Rows{1});
+    EXPECT_EQ(display.told, (std::vector<std::wstring>{L"one.txt"}));
+    EXPECT_FALSE(contents.late);  // asked anew, because of the second change
+    contents.folders[LR"(C:\a)"] = {{L"one.txt"}};
+    contents.answer();
+    list.onTick();
+    EXPECT_EQ(list.files().size(), 1U);
 }
 
 }  // namespace

@@ -150,5 +150,24 @@ TEST_F(Select, LeavesNothingForTheBrowserInATinyWindow) {
     EXPECT_EQ(layout.cancel.height, 24);
 }
 
+TEST_F(Select, DisablesOkUntilASlowFolderHasAnswered) {
+    dialog.onLoad();
+    dialog.onFolderChanged(LR"(C:\a)", FolderState::Reading);
+    EXPECT_FALSE(view.okEnabled);
+    dialog.onFolderChanged(LR"(C:\a)", FolderState::There);
+    EXPECT_TRUE(view.okEnabled);
+    dialog.onFolderChanged(LR"(C:\a)", FolderState::Missing);
+    EXPECT_FALSE(view.okEnabled);
+}
+
+TEST_F(Select, KeepsTheNamesThatWereSelectedBeforeTheFolderHadAnswered) {
+    dialog.onLoad();
+    dialog.onFolderChanged(LR"(C:\a)", FolderState::Reading);
+    dialog.onNamesSelected(L"one.txt");
+    dialog.onFolderChanged(LR"(C:\a)", FolderState::There);
+    dialog.onOk();
+    EXPECT_EQ(dialog.FileList(), L"one.txt");
+}
+
 }  // namespace
 }  // namespace tovar::test

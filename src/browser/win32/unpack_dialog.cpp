@@ -82,7 +82,11 @@ std::optional<INT_PTR> fArcUnPack::onMessage(UINT message, WPARAM, LPARAM lParam
     }
 }
 
-void fArcUnPack::onTree() { presenter_.onFolderSelected(tree_.SelectedFolder().value_or(std::wstring())); }
+// A folder of a computer that has not answered yet is none to begin with, and to ask for it here would take long.
+void fArcUnPack::onTree() {
+    const bool there = tree_.State() == FolderState::There;
+    presenter_.onFolderSelected(there ? tree_.SelectedFolder().value_or(std::wstring()) : std::wstring());
+}
 
 void fArcUnPack::onPattern() { presenter_.onPattern(textOf(control(IDC_TXT_EXTENSION))); }
 

@@ -11,9 +11,7 @@
 namespace tovar {
 namespace {
 
-constexpr int kTree = 1, kList = 2;
-constexpr int kGap = 6;         // between both, at 96 dots per inch
-constexpr int kTreeShare = 45;  // per cent of the width
+constexpr int kTree = 1, kList = 2, kBar = 3;
 constexpr UINT_PTR kTimer = 1;
 constexpr UINT kPause = 250;  // milliseconds between two looks at the disk
 constexpr UINT kSelectionNoted = WM_APP + 1;
@@ -44,6 +42,7 @@ bool WenFolderBrowser::create(HWND parent, const RECT& place, int id) {
     events.namesSelected = [this](const std::wstring& names) { events_.namesSelected(names); };
     events.folderOpened = [this](const std::wstring& path) { tree_.SelectFolder(path); };
     if (!list_.create(hwnd(), kList, kSelectionNoted, std::move(events))) return false;
+    if (!splitter_.create(hwnd(), kBar, L"Width of the folder tree")) return false;
     // Behind the tree in the order of the Tab key.
     ::SetWindowPos(list_.hwnd(), tree_.hwnd(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     ::SetWindowPos(hwnd(), HWND_BOTTOM, place.left, place.top, place.right - place.left, place.bottom - place.top,
@@ -61,12 +60,20 @@ std::optional<LRESULT> WenFolderBrowser::onMessage(UINT message, WPARAM wParam, 
     return dispatchMessage(*this, routes, message, wParam, lParam);
 }
 
-std::optional<LRESULT> WenFolderBrowser::onSize(WPARAM, LPARAM lParam) {
-    const int width = LOWORD(lParam), height = HIWORD(lParam), gap = scaled(kGap, dpiOf(hwnd()));
-    const int left = std::max((width - gap) * kTreeShare / 100, 0);
-    ::SetWindowPos(tree_.hwnd(), nullptr, 0, 0, left, height, SWP_NOZORDER | SWP_NOACTIVATE);
-    list_.place(left + gap, 0, std::max(width - left - gap, 0), height);
+std::optional<LRESULT> WenFolderBrowser::onSize(WPARAM, LPARAM) {
+    layOut();
     return 0;
+}
+
+void WenFolderBrowser::layOut() {
+    RECT inside{};
+    ::GetClientRect(hwnd(), &inside);
+    splitter_.layOut(inside.right, dpiOf(hwnd()));
+    const int left = splitter_.left(), right = splitter_.right();
+    constexpr UINT kHow = SWP_NOZORDER | SWP_NOACTIVATE;
+    ::SetWindowPos(tree_.hwnd(), nullptr, 0, 0, left, inside.bottom, kHow);
+    ::SetWindowPos(splitter_.hwnd(), nullptr, left, 0, right - left, inside.bottom, kHow);
+    list_.place(right, 0, std::max<int>(inside.right - right, 0), inside.bottom);
 }
 
 std::optional<LRESULT> WenFolderBrowser::onFocus(WPARAM, LPARAM) {
@@ -102,8 +109,11 @@ std::optional<LRESULT> WenFolderBrowser::onSelectionNoted(WPARAM, LPARAM) {
 void WenFolderBrowser::onFolderChanged() {
     const BusyCursor busy;
     const std::optional<std::wstring> folder = tree_.SelectedFolder();
-    list_.showFolder(folder);
-    events_.folderChanged(folder);
+    const FolderState state = tree_.State();
+    const std::optional<std::wstring> shown = state == FolderState::Missing ? std::nullopt : folder;
+    // It is told again when its state has changed: the list is reading already, or done.
+    if (shown.value_or(std::wstring()) != list_.folder()) list_.showFolder(shown);
+    events_.folderChanged(folder, state);
 }
 
 }  // namespace tovar

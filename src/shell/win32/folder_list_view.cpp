@@ -7,11 +7,13 @@
 #include "shell/scoped_flag.h"
 #include "shell/win32/child_control.h"
 #include "shell/win32/list_view.h"
+#include "shell/win32/long_paths.h"
 #include "shell/win32/system_icons.h"
 
 namespace tovar {
 namespace {
 
+constexpr std::wstring_view kReading = L"Reading...";
 constexpr WPARAM kEveryRow = static_cast<WPARAM>(-1);
 
 void setState(HWND list, WPARAM row, UINT state, UINT mask) {
@@ -95,6 +97,14 @@ std::optional<LRESULT> FolderListView::onNotify(NMHDR& header) {
 }
 
 LRESULT FolderListView::onGetDisplayInfo(LVITEMW& item) {
+    if (presenter_.isReading()) {
+        if ((item.mask & LVIF_TEXT) != 0) {
+            shownText_ = kReading;
+            item.pszText = shownText_.data();
+        }
+        if ((item.mask & LVIF_IMAGE) != 0) item.iImage = I_IMAGENONE;
+        return 0;
+    }
     if (item.iItem < 0 || static_cast<std::size_t>(item.iItem) >= presenter_.files().size()) return 0;
     const FolderFile& file = presenter_.files()[static_cast<std::size_t>(item.iItem)];
     if ((item.mask & LVIF_TEXT) != 0) {
@@ -117,7 +127,8 @@ int FolderListView::iconOf(const FolderFile& file) {
     if (file.folder) return folderIcon_;
     const std::wstring extension = upperCase(ExtensionPart(file.name));
     const std::wstring path = AddTrailingSeparator(presenter_.folder()) + file.name;
-    const bool own = hasOwnIcon(extension) && path.size() < MAX_PATH;
+    // The shell would read the file in this thread to tell.
+    const bool own = hasOwnIcon(extension) && path.size() < MAX_PATH && !isSlowPlace(path);
     const auto [found, isNew] = icons_.try_emplace(own ? file.name : extension, 0);
     if (isNew) {
         found->second = own ? SystemIconIndex(path, SHGFI_SMALLICON)

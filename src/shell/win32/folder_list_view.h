@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "shell/folder_list_presenter.h"
@@ -18,6 +19,9 @@ namespace tovar {
 /// The list of what is inside a folder, as a part of a window: that passes on what the control notifies.
 class FolderListView final : private FolderListDisplay {
 public:
+    /// @param reader  see ShellFolderContents
+    explicit FolderListView(ShellFolderContents::Reader reader = {}) : contents_(std::move(reader)) {}
+
     struct Events {
         /// Names relative to the folder, CR LF between them.
         std::function<void(const std::wstring&)> namesSelected;
@@ -31,6 +35,8 @@ public:
     void gone() noexcept { list_ = nullptr; }
     [[nodiscard]] HWND hwnd() const noexcept { return list_; }
 
+    /// @return empty when none is shown
+    [[nodiscard]] const std::wstring& folder() const noexcept { return presenter_.folder(); }
     /// @param path  nullopt: nothing is shown
     void showFolder(std::optional<std::wstring> path);
     void place(int left, int top, int width, int height);

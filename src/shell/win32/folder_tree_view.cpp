@@ -1,6 +1,7 @@
 #include "shell/win32/folder_tree_view.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "shell/win32/child_control.h"
@@ -14,6 +15,7 @@ namespace tovar {
 namespace {
 
 constexpr int kTree = 1;
+constexpr std::wstring_view kReading = L" (reading...)";
 constexpr UINT_PTR kTimer = 1;
 constexpr UINT kPause = 250;  // milliseconds between two looks at the disk
 
@@ -21,7 +23,7 @@ FolderNode nodeOf(const TVITEMW& item) { return static_cast<FolderNode>(item.lPa
 
 }  // namespace
 
-WenFolderTreeView::WenFolderTreeView() = default;
+WenFolderTreeView::WenFolderTreeView(ShellFolderSource::Reader reader) : source_(std::move(reader)) {}
 
 WenFolderTreeView::~WenFolderTreeView() { destroy(); }
 
@@ -58,6 +60,23 @@ bool WenFolderTreeView::createInstead(HWND dialog, int id, SelectionChanged chan
 
 bool WenFolderTreeView::SelectFolder(std::wstring_view path) {
     return presenter_.selectFolder(plainPath(std::wstring(path)));
+}
+
+int WenFolderTreeView::widthOfTexts() const {
+    const auto next = [this](UINT which, LPARAM item) { return ::SendMessageW(tree_, TVM_GETNEXTITEM, which, item); };
+    LONG widest = 0;
+    for (LPARAM item = next(TVGN_ROOT, 0); item != 0; item = next(TVGN_NEXTVISIBLE, item)) {
+        RECT text{};
+        // The call takes the item where it answers the rectangle.
+        std::memcpy(&text, &item, sizeof item);
+        if (::SendMessageW(tree_, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text)) != FALSE) {
+            widest = std::max(widest, text.right);
+        }
+    }
+    RECT inside{}, own{};
+    ::GetClientRect(tree_, &inside);
+    ::GetWindowRect(tree_, &own);
+    return ::GetScrollPos(tree_, SB_HORZ) + widest + (own.right - own.left) - inside.right;
 }
 
 std::optional<LRESULT> WenFolderTreeView::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -122,6 +141,7 @@ LRESULT WenFolderTreeView::onGetDisplayInfo(NMHDR& header) {
     if ((item.mask & TVIF_SELECTEDIMAGE) != 0) item.iSelectedImage = shown.icons.open;
     if ((item.mask & TVIF_TEXT) != 0) {
         shownText_ = shown.name;
+        if (presenter_.isReading(node)) shownText_ += kReading;
         item.pszText = shownText_.data();
     }
     if ((item.mask & TVIF_CHILDREN) == 0) item.mask |= TVIF_DI_SETITEM;
@@ -161,12 +181,14 @@ HTREEITEM WenFolderTreeView::itemOf(FolderNode node) const {
     return found == items_.end() ? nullptr : found->second;
 }
 
-void WenFolderTreeView::describe(FolderNode node, TVITEMW& item) const {
+void WenFolderTreeView::describe(FolderNode node, TVITEMW& item) {
     item.mask |= TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_CHILDREN | TVIF_STATE;
     item.stateMask = TVIS_CUT;
     item.state = presenter_.isHidden(node) ? TVIS_CUT : 0;
     item.cChildren = I_CHILDRENCALLBACK;
-    item.pszText = const_cast<wchar_t*>(presenter_.name(node).c_str());  // the tree only reads it
+    shownText_ = presenter_.name(node);
+    if (presenter_.isReading(node)) shownText_ += kReading;
+    item.pszText = shownText_.data();
     item.iImage = icons_.closed;
     item.iSelectedImage = icons_.open;
     if (const auto icon = presenter_.placeIcon(node)) {

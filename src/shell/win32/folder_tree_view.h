@@ -22,10 +22,11 @@ namespace tovar {
 class WenFolderTreeView final : public Window, private FolderTreeDisplay {
 public:
     /// Called when another folder is selected, by the user, by SelectFolder, or because the selected one has gone or
-    /// changed its name; SelectedFolder() tells which. Nothing thrown in it goes further.
+    /// changed its name, or its state; SelectedFolder() and State() tell which. Nothing thrown in it goes further.
     using SelectionChanged = std::function<void()>;
 
-    WenFolderTreeView();
+    /// @param reader  see ShellFolderSource
+    explicit WenFolderTreeView(ShellFolderSource::Reader reader = {});
     ~WenFolderTreeView() override;
 
     /// Creates the control and shows the drives; nothing is selected yet and nothing is reported.
@@ -40,12 +41,20 @@ public:
 
     /// Selects a folder, however deep, and opens the way down to it.
     /// @param path  absolute; longer than MAX_PATH, short names, "/" and a separator at the end are taken too
-    /// @return false when there is no such folder: the nearest one above it is selected, if any
+    /// @return false when there is no such folder: the nearest one above it is selected, if any. True also where that
+    ///         takes long to tell; it is selected later then.
     bool SelectFolder(std::wstring_view path);
 
     /// @return path of the selected folder, without a separator at its end but for a drive root; nullopt when nothing
     ///         is selected, or what is selected is no folder of the file system (the computer itself)
     [[nodiscard]] std::optional<std::wstring> SelectedFolder() const { return presenter_.selectedFolder(); }
+
+    /// @return what is known of the selected folder, or of one that SelectFolder has not reached yet: only one that is
+    ///         there should be worked with
+    [[nodiscard]] FolderState State() const { return presenter_.selectedState(); }
+
+    /// @return the width at which all that is open can be read, in pixels
+    [[nodiscard]] int widthOfTexts() const;
 
     /// @return the tree view inside
     [[nodiscard]] HWND tree() const noexcept { return tree_; }
@@ -75,7 +84,7 @@ private:
     void selectionChanged() override;
 
     [[nodiscard]] HTREEITEM itemOf(FolderNode node) const;
-    void describe(FolderNode node, TVITEMW& item) const;
+    void describe(FolderNode node, TVITEMW& item);
 
     HWND tree_ = nullptr;
     SelectionChanged changed_;

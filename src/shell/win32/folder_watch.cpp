@@ -32,33 +32,29 @@ bool hasUsefulTime(const std::wstring& path) {
 
 }  // namespace
 
-FolderWatch::~FolderWatch() {
-    for (const auto& [key, folder] : folders_) {
-        if (folder.notification != INVALID_HANDLE_VALUE) ::FindCloseChangeNotification(folder.notification);
-    }
-}
-
-void FolderWatch::add(std::uint32_t key, const std::wstring& path) {
-    remove(key);
+std::optional<FolderWatch::Watched> FolderWatch::begin(const std::wstring& path) {
     const QuietSystem quiet;
     Watched folder;
     folder.path = extendedPath(path);
     if (hasUsefulTime(path)) {
-        if (!askTime(folder)) return;
-    } else {
-        folder.notification = ::FindFirstChangeNotificationW(
-            folder.path.c_str(), FALSE, FILE_NOTIFY_CHANGE_DIR_NAME | FILE_NOTIFY_CHANGE_FILE_NAME);
-        if (folder.notification == INVALID_HANDLE_VALUE) return;
+        if (!askTime(folder)) return std::nullopt;
+        return folder;
     }
-    folders_.emplace(key, std::move(folder));
+    const HANDLE notification = ::FindFirstChangeNotificationW(
+        folder.path.c_str(), FALSE, FILE_NOTIFY_CHANGE_DIR_NAME | FILE_NOTIFY_CHANGE_FILE_NAME);
+    if (notification == INVALID_HANDLE_VALUE) return std::nullopt;
+    folder.notification.reset(notification);
+    return folder;
 }
 
-void FolderWatch::remove(std::uint32_t key) noexcept {
-    const auto found = folders_.find(key);
-    if (found == folders_.end()) return;
-    if (found->second.notification != INVALID_HANDLE_VALUE) ::FindCloseChangeNotification(found->second.notification);
-    folders_.erase(found);
+void FolderWatch::adopt(std::uint32_t key, Watched folder) { folders_.insert_or_assign(key, std::move(folder)); }
+
+void FolderWatch::add(std::uint32_t key, const std::wstring& path) {
+    remove(key);
+    if (std::optional<Watched> folder = begin(path)) adopt(key, std::move(*folder));
 }
+
+void FolderWatch::remove(std::uint32_t key) noexcept { folders_.erase(key); }
 
 std::vector<std::uint32_t> FolderWatch::takeChanges() {
     const QuietSystem quiet;
@@ -84,14 +80,14 @@ bool FolderWatch::askTime(Watched& folder) {
 }
 
 bool FolderWatch::hasChanged(Watched& folder, bool& gone) {
-    if (folder.notification == INVALID_HANDLE_VALUE) {
+    if (!folder.notification) {
         const std::uint64_t before = folder.time;
         const bool wasFresh = folder.fresh;
         gone = !askTime(folder);
         return gone || folder.time != before || wasFresh;
     }
-    if (::WaitForSingleObject(folder.notification, 0) == WAIT_TIMEOUT) return false;
-    gone = ::FindNextChangeNotification(folder.notification) == FALSE;
+    if (::WaitForSingleObject(folder.notification.get(), 0) == WAIT_TIMEOUT) return false;
+    gone = ::FindNextChangeNotification(folder.notification.get()) == FALSE;
     return true;
 }
 

@@ -3,10 +3,15 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "shell/win32/handles.h"
+
 namespace tovar {
+
+using UniqueNotification = std::unique_ptr<void, CloseWith<&::FindCloseChangeNotification>>;
 
 /// Tells which of several folders have changed: something in them has come, gone or got another name.
 ///
@@ -17,11 +22,21 @@ namespace tovar {
 /// taken out.
 class FolderWatch {
 public:
-    FolderWatch() = default;
-    ~FolderWatch();
-    FolderWatch(const FolderWatch&) = delete;
-    FolderWatch& operator=(const FolderWatch&) = delete;
+    /// A folder that is watched. It is begun in any thread, as that may take long.
+    struct Watched {
+        std::wstring path;
+        UniqueNotification notification;  ///< none: the folder's time is asked
+        std::uint64_t time = 0;           ///< in steps of 100 nanoseconds
+        /// A change at the same moment as the last one would leave the time as it is.
+        bool fresh = false;
+    };
+    /// @param path  absolute, of any length
+    /// @return nullopt where the folder cannot be watched
+    static std::optional<Watched> begin(const std::wstring& path);
 
+    /// Watches a folder, begun before, instead of another one of that key.
+    void adopt(std::uint32_t key, Watched folder);
+    [[nodiscard]] bool watches(std::uint32_t key) const { return folders_.contains(key); }
     /// Watches a folder from now on, instead of another one of that key.
     /// @param path  absolute, of any length
     void add(std::uint32_t key, const std::wstring& path);
@@ -30,14 +45,6 @@ public:
     [[nodiscard]] std::vector<std::uint32_t> takeChanges();
 
 private:
-    struct Watched {
-        std::wstring path;
-        HANDLE notification = INVALID_HANDLE_VALUE;  ///< none: the folder's time is asked
-        std::uint64_t time = 0;                      ///< in steps of 100 nanoseconds
-        /// A change at the same moment as the last one would leave the time as it is.
-        bool fresh = false;
-    };
-
     static bool askTime(Watched& folder);
     [[nodiscard]] static bool hasChanged(Watched& folder, bool& gone);
 

@@ -20,7 +20,9 @@ void fSelect::show() { showModal(owner_, IDD_SELECT, fontName_); }
 
 void fSelect::onLoad() {
     WenFolderBrowser::Events events;
-    events.folderChanged = [this](const std::optional<std::wstring>& folder) { presenter_.onFolderChanged(folder); };
+    events.folderChanged = [this](const std::optional<std::wstring>& folder, FolderState state) {
+        presenter_.onFolderChanged(folder, state);
+    };
     events.namesSelected = [this](const std::wstring& names) { presenter_.onNamesSelected(names); };
     browser_.createInstead(hwnd(), IDC_WEN_FOLDER_BROWSER, std::move(events));
     RECT least{0, 0, kLeastWidth, kLeastHeight};

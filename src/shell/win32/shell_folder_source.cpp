@@ -112,7 +112,48 @@ std::vector<FolderPlace> drivesOfSystem() {
 
 constexpr int kMostLookedAt = 500;  // entries, before a folder counts as one that takes long
 
+constexpr DWORD kPatience = 150;  // milliseconds, in which most answers come and no user waits for the window
+
+bool isFolderNow(const std::wstring& path) {
+    if (!isSystemText(path)) return false;
+    const QuietSystem quiet;
+    const DWORD attributes = ::GetFileAttributesW(extendedPath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+FolderLook readFolder(const std::wstring& path) {
+    FolderLook look;
+    const bool slow = isSlowPlace(path);
+    const FolderVisibility visibility;
+    look.error = searchFolder(path, SearchFor::Folders, [&](const WIN32_FIND_DATAW& entry) {
+        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 || !visibility.shows(entry)) return true;
+        SubFolder folder;
+        folder.name = entry.cFileName;
+        folder.hidden = (entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
+        // The shell reads a file in each of them to tell, in the thread of the windows.
+        folder.customised = !slow && (entry.dwFileAttributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM)) != 0;
+        folder.created = std::uint64_t{entry.ftCreationTime.dwHighDateTime} << 32 | entry.ftCreationTime.dwLowDateTime;
+        look.folders.push_back(std::move(folder));
+        return true;
+    });
+    if (look.error != 0) {
+        look.folders.clear();
+        look.exists = isFolderNow(path);
+    }
+    std::sort(look.folders.begin(), look.folders.end(), [](const SubFolder& left, const SubFolder& right) {
+        return ::StrCmpLogicalW(left.name.c_str(), right.name.c_str()) < 0;
+    });
+    return look;
+}
+
 }  // namespace
+
+ShellFolderSource::ShellFolderSource(Reader reader)
+    : reader_(reader ? std::move(reader) : Reader(&readFolder)), slow_([] {
+          Answer answer;
+          answer.look.error = ERROR_NOT_ENOUGH_MEMORY;
+          return answer;
+      }) {}
 
 FolderPlace ShellFolderSource::desktop() {
     return specialPlace(CSIDL_DESKTOP, specialPath(CSIDL_DESKTOPDIRECTORY), L"Desktop");
@@ -133,25 +174,33 @@ std::vector<FolderPlace> ShellFolderSource::drives() {
     return drives;
 }
 
-SystemErrorCode ShellFolderSource::listFolders(const std::wstring& path, std::vector<SubFolder>& folders) {
-    std::vector<SubFolder> found;
-    const FolderVisibility visibility;
-    const SystemErrorCode error = searchFolder(path, SearchFor::Folders, [&](const WIN32_FIND_DATAW& entry) {
-        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 || !visibility.shows(entry)) return true;
-        SubFolder folder;
-        folder.name = entry.cFileName;
-        folder.hidden = (entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
-        folder.customised = (entry.dwFileAttributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM)) != 0;
-        folder.created = std::uint64_t{entry.ftCreationTime.dwHighDateTime} << 32 | entry.ftCreationTime.dwLowDateTime;
-        found.push_back(std::move(folder));
-        return true;
-    });
-    if (error != 0) return error;
-    std::sort(found.begin(), found.end(), [](const SubFolder& left, const SubFolder& right) {
-        return ::StrCmpLogicalW(left.name.c_str(), right.name.c_str()) < 0;
-    });
-    folders.insert(folders.end(), std::make_move_iterator(found.begin()), std::make_move_iterator(found.end()));
-    return 0;
+bool ShellFolderSource::isSlow(const std::wstring& path) { return isSlowPlace(path); }
+
+std::optional<FolderLook> ShellFolderSource::lookInto(FolderWatchKey key, const std::wstring& path) {
+    // Before it is listed, so that nothing that happens meanwhile is missed.
+    if (!isSlow(path)) {
+        if (!watch_.watches(key)) watch_.add(key, path);
+        return reader_(path);
+    }
+    const auto question = [reader = reader_, path, watched = watch_.watches(key)] {
+        Answer answer;
+        if (!watched) answer.watch = FolderWatch::begin(path);
+        answer.look = reader(path);
+        return answer;
+    };
+    std::optional<Answer> answer = slow_.ask(key, question, kPatience);
+    return answer ? std::optional(take(key, std::move(*answer))) : std::nullopt;
+}
+
+std::vector<FolderSource::LateLook> ShellFolderSource::takeLate() {
+    std::vector<LateLook> late;
+    for (auto& [key, answer] : slow_.takeAnswers()) late.push_back({key, take(key, std::move(answer))});
+    return late;
+}
+
+FolderLook ShellFolderSource::take(FolderWatchKey key, Answer answer) {
+    if (answer.watch) watch_.adopt(key, std::move(*answer.watch));
+    return std::move(answer.look);
 }
 
 bool ShellFolderSource::mayHaveFolders(const std::wstring& path) {
@@ -172,12 +221,7 @@ bool ShellFolderSource::mayHaveFolders(const std::wstring& path) {
     return may;
 }
 
-bool ShellFolderSource::isFolder(const std::wstring& path) {
-    if (!isSystemText(path)) return false;
-    const QuietSystem quiet;
-    const DWORD attributes = ::GetFileAttributesW(extendedPath(path).c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
+bool ShellFolderSource::isFolder(const std::wstring& path) { return isSlow(path) || isFolderNow(path); }
 
 void ShellFolderSource::watchFolder(FolderWatchKey key, const std::wstring& path) {
     if (!path.empty()) watch_.add(key, path);
@@ -187,6 +231,7 @@ void ShellFolderSource::watchDrives(FolderWatchKey key) { drives_ = {key, ::GetL
 
 void ShellFolderSource::unwatch(FolderWatchKey key) {
     watch_.remove(key);
+    slow_.drop(key);
     if (drives_ && drives_->key == key) drives_.reset();
 }
 

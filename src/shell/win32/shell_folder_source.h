@@ -1,10 +1,12 @@
 #pragma once
 #include <windows.h>
 
+#include <functional>
 #include <optional>
 
 #include "shell/folder_source.h"
 #include "shell/win32/folder_watch.h"
+#include "shell/win32/side_thread.h"
 
 namespace tovar {
 
@@ -12,14 +14,23 @@ namespace tovar {
 ///
 /// The desktop, the computer and its drives come from the shell's namespace, which knows their names, which drives are
 /// to be seen, and touches no drive to tell. What is inside a folder comes from the file system: the namespace ends at
-/// 260 characters, makes an object of each of 20,000 folders, and shows archives as folders.
+/// 260 characters, makes an object of each of 20,000 folders, and shows archives as folders. Folders of other
+/// computers, and on disks that may have to be put in or woken up, are looked into in threads of their own.
 class ShellFolderSource final : public FolderSource {
 public:
+    /// What looks into a folder; called in any thread.
+    using Reader = std::function<FolderLook(const std::wstring& path)>;
+
+    /// @param reader  the system's own where it is empty
+    explicit ShellFolderSource(Reader reader = {});
+
     [[nodiscard]] FolderPlace desktop() override;
     [[nodiscard]] FolderPlace documents() override;
     [[nodiscard]] FolderPlace computer() override;
     [[nodiscard]] std::vector<FolderPlace> drives() override;
-    SystemErrorCode listFolders(const std::wstring& path, std::vector<SubFolder>& folders) override;
+    [[nodiscard]] bool isSlow(const std::wstring& path) override;
+    std::optional<FolderLook> lookInto(FolderWatchKey key, const std::wstring& path) override;
+    [[nodiscard]] std::vector<LateLook> takeLate() override;
     [[nodiscard]] bool mayHaveFolders(const std::wstring& path) override;
     [[nodiscard]] bool isFolder(const std::wstring& path) override;
     void watchFolder(FolderWatchKey key, const std::wstring& path) override;
@@ -33,7 +44,15 @@ private:
         DWORD letters;
     };
 
+    struct Answer {
+        FolderLook look;
+        std::optional<FolderWatch::Watched> watch;
+    };
+    FolderLook take(FolderWatchKey key, Answer answer);
+
+    Reader reader_;
     FolderWatch watch_;
+    SideWork<Answer> slow_;
     std::optional<WatchedDrives> drives_;
 };
 

@@ -1,8 +1,10 @@
 #pragma once
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "shell/folder_source.h"
@@ -87,25 +89,40 @@ public:
     std::vector<FolderPlace> drivesNow{{L"(C:)", LR"(C:\)", 13}, {L"(D:)", LR"(D:\)", 14}};
     std::vector<std::wstring> listed, asked;  ///< paths, in the order of the calls
     bool canWatch = true;
+    std::set<std::wstring> slow;  ///< roots of all that answers late only
+
+    /// The answers to all open questions come in.
+    void answer() {
+        for (const auto& [key, path] : std::exchange(open_, {})) late_.push_back({key, look(path)});
+    }
+    [[nodiscard]] std::vector<std::wstring> open() const {
+        std::vector<std::wstring> paths;
+        for (const auto& [key, path] : open_) paths.push_back(path);
+        return paths;
+    }
 
     FolderPlace desktop() override { return {L"Desktop", LR"(C:\users\me\Desktop)", 10}; }
     FolderPlace documents() override { return documentsPlace; }
     FolderPlace computer() override { return {L"My Computer", L"", 12}; }
     std::vector<FolderPlace> drives() override { return drivesNow; }
-    SystemErrorCode listFolders(const std::wstring& path, std::vector<SubFolder>& folders) override {
-        listed.push_back(path);
-        const auto found = folders_.find(path);
-        if (found == folders_.end()) return kNotFound;
-        if (found->second.error != 0) return found->second.error;
-        folders.insert(folders.end(), found->second.inside.begin(), found->second.inside.end());
-        return 0;
+    bool isSlow(const std::wstring& path) override {
+        return std::any_of(slow.begin(), slow.end(), [&](const std::wstring& root) { return path.starts_with(root); });
     }
+    std::optional<FolderLook> lookInto(FolderWatchKey key, const std::wstring& path) override {
+        watchFolder(key, path);
+        listed.push_back(path);
+        if (!isSlow(path)) return look(path);
+        open_[key] = path;
+        return std::nullopt;
+    }
+    std::vector<LateLook> takeLate() override { return std::exchange(late_, {}); }
     bool mayHaveFolders(const std::wstring& path) override {
         asked.push_back(path);
         const auto found = folders_.find(path);
         return found != folders_.end() && (found->second.error == kNotReady || !found->second.inside.empty());
     }
-    bool isFolder(const std::wstring& path) override {
+    bool isFolder(const std::wstring& path) override { return isSlow(path) || isFolderNow(path); }
+    bool isFolderNow(const std::wstring& path) const {
         auto found = folders_.find(path);
         if (found == folders_.end()) {
             const auto isIt = [&](const auto& each) { return foldCase(each.first) == foldCase(path); };
@@ -119,6 +136,8 @@ public:
     void watchDrives(FolderWatchKey key) override { driveKey_ = key; }
     void unwatch(FolderWatchKey key) override {
         watched_.erase(key);
+        open_.erase(key);
+        std::erase_if(late_, [&](const LateLook& each) { return each.key == key; });
         if (driveKey_ == key) driveKey_ = 0;
     }
     std::vector<FolderWatchKey> takeChanges() override {
@@ -128,6 +147,12 @@ public:
     }
 
 private:
+    [[nodiscard]] FolderLook look(const std::wstring& path) const {
+        const auto found = folders_.find(path);
+        if (found == folders_.end()) return {kNotFound, isFolderNow(path), {}};
+        if (found->second.error != 0) return {found->second.error, isFolderNow(path), {}};
+        return {0, true, found->second.inside};
+    }
     static std::wstring parentOf(const std::wstring& path) {
         const std::size_t end = path.rfind(L'\\');
         return end <= 2 ? path.substr(0, 3) : path.substr(0, end);
@@ -143,6 +168,8 @@ private:
     std::map<std::wstring, Folder> folders_;
     std::map<FolderWatchKey, std::wstring> watched_;
     std::set<FolderWatchKey> changed_;
+    std::map<FolderWatchKey, std::wstring> open_;
+    std::vector<LateLook> late_;
     FolderWatchKey driveKey_ = 0;
     std::uint64_t clock_ = 1000;
 };

@@ -216,5 +216,28 @@ TEST_F(SelectDialog, BeginsAboveAFolderThatIsMissing) {
     EXPECT_EQ(dialog_.Folder(), room_.path());
 }
 
+TEST_F(SelectDialog, PicksAFolderBeyond260Characters) {
+    std::wstring deep = room_.path();
+    while (deep.size() < 400) {
+        deep += L'\\' + std::wstring(60, L'd');
+        ASSERT_TRUE(makeFolder(deep));
+    }
+    ASSERT_TRUE(makeFile(deep + LR"(\deep.txt)"));
+    dialog_.setFolder(deep);
+    driver_.then(kTitle, [](HWND dialog) {
+        EXPECT_TRUE(isOkEnabled(dialog));
+        EXPECT_EQ(rowsOf(listOf(dialog)), Texts{L"deep.txt"});
+        selectRow(listOf(dialog), 0);
+        click(dialog, IDOK);
+    });
+    dialog_.show();
+    EXPECT_EQ(dialog_.Folder(), deep);
+    EXPECT_EQ(dialog_.FileList(), L"deep.txt");
+    ASSERT_TRUE(::DeleteFileW(extended(deep + LR"(\deep.txt)").c_str()));
+    for (; deep != room_.path(); deep.resize(deep.rfind(L'\\'))) {
+        EXPECT_TRUE(::RemoveDirectoryW(extended(deep).c_str()));
+    }
+}
+
 }  // namespace
 }  // namespace tovar::test

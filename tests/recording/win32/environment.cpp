@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <stdexcept>
+#include <string>
 
 #include "recording/session.h"
 
@@ -14,15 +15,13 @@ std::filesystem::path programFolder() {
 }
 
 std::filesystem::path makeTemporaryFolder() {
-    wchar_t folder[MAX_PATH] = {};
-    wchar_t name[MAX_PATH] = {};
-    if (::GetTempPathW(MAX_PATH, folder) == 0 || ::GetTempFileNameW(folder, L"rec", 0, name) == 0) {
-        throw std::runtime_error("no temporary folder");
-    }
-    // The file keeps the name ours while a folder of a longer name is made.
-    const std::filesystem::path made = std::wstring(name) + L".folder";
-    std::filesystem::create_directory(made);
-    std::filesystem::remove(name);
+    const std::filesystem::path above = std::filesystem::temp_directory_path();
+    // A run that was ended may have left its folders behind: only one that was not there is ours.
+    std::filesystem::path made;
+    unsigned number = ::GetTickCount();
+    do {
+        made = above / (L"rec" + std::to_wstring(number++));
+    } while (!std::filesystem::create_directory(made));
     return made;
 }
 

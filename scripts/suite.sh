@@ -57,9 +57,21 @@ count_check() {
     fi
 }
 
+# Counts programs in their order while another process runs them.
+# $1: that process; the rest: the names they are shown under
+count_as_they_end() {
+    local runner=$1 name log
+    shift
+    for name in "$@"; do
+        log=$build/logs/test-$name.log
+        until [ -e "$log.code" ] || ! kill -0 "$runner" 2>/dev/null; do sleep 0.1; done
+        count_program "$name" "$(cat "$log.code" 2>/dev/null || echo none)" "$log"
+    done
+}
+
 # The native programs share nothing, so that each core can run one. They are counted in their order.
 run_native_suite() {
-    local programs program log runner
+    local programs program runner
     mkdir -p "$build/logs"
     mapfile -t programs <"$build/native-debug/test-programs.txt"
     for program in "${programs[@]}"; do rm -f "$build/logs/test-$program.log.code"; done
@@ -72,11 +84,7 @@ run_native_suite() {
         wait
     ) &
     runner=$!
-    for program in "${programs[@]}"; do
-        log=$build/logs/test-$program.log
-        until [ -e "$log.code" ] || ! kill -0 "$runner" 2>/dev/null; do sleep 0.1; done
-        count_program "$program" "$(cat "$log.code" 2>/dev/null || echo none)" "$log"
-    done
+    count_as_they_end "$runner" "${programs[@]}"
     wait "$runner"
 }
 
@@ -87,19 +95,51 @@ ensure_japanese_locale() {
     logged localedef localedef -i ja_JP -f UTF-8 "$build/locale/ja_JP.UTF-8"
 }
 
-# Recycle bins, temporary files and the like of the tests stay in the build folder.
-run_wine_suite() {
-    local program
-    export XDG_DATA_HOME=$build/wine-data
+# Runs programs under Wine in a prefix and on a display of their own, until none is left that no other lane has taken.
+# $1: which lane, from 1 on; the rest: the names of the logs; "932-" in front is the run with the Japanese code page
+run_wine_lane() {
+    local lane=$1 name program
+    shift
+    # Recycle bins, temporary files and the like of the tests stay in the build folder.
+    export XDG_DATA_HOME=$build/wine-data-$lane
     mkdir -p "$XDG_DATA_HOME"
+    if [ "$lane" != 1 ]; then use_copied_prefix "$lane"; fi
+    start_wine yes
+    for name in "$@"; do
+        mkdir "$build/logs/taken-$name" 2>/dev/null || continue
+        program=$build/win32-release/bin/${name#932-}.exe
+        if [ "$name" = "${name#932-}" ]; then
+            log_program "$build/logs/test-wine-$name.log" wine "$program"
+        else
+            log_program "$build/logs/test-wine-$name.log" \
+                env LOCPATH="$build/locale" LC_ALL=ja_JP.UTF-8 wine "$program"
+        fi
+    done
+}
+
+# Windows programs share the clipboard, the focus, the registry and the folders of their user: each lane has its own.
+run_wine_suite() {
+    local names=() name lane lanes=() runner
+    mkdir -p "$build/logs"
     ensure_japanese_locale
-    while read -r program; do
-        run_program "wine-$program" wine "$build/win32-release/bin/$program.exe"
-    done <"$build/win32-release/test-programs.txt"
-    while read -r program; do
-        run_program "wine-932-$program" env LOCPATH="$build/locale" LC_ALL=ja_JP.UTF-8 \
-            wine "$build/win32-release/bin/$program.exe"
-    done <"$build/win32-release/test-programs-932.txt"
+    (start_wine yes) # makes the prefix that the lanes copy
+    # The programs with windows, which take longest, stand at the end of the list.
+    mapfile -t names < <({
+        cat "$build/win32-release/test-programs.txt"
+        sed 's/^/932-/' "$build/win32-release/test-programs-932.txt"
+    } | tac)
+    for name in "${names[@]}"; do rm -rf "$build/logs/test-wine-$name.log.code" "$build/logs/taken-$name"; done
+    (
+        for lane in $(seq "$(($(nproc) < 4 ? $(nproc) + 1 : 4))"); do # they wait often; half a gigabyte each
+            (run_wine_lane "$lane" "${names[@]}") &
+            lanes+=("$!")
+        done
+        wait "${lanes[@]}"
+    ) &
+    runner=$!
+    count_as_they_end "$runner" "${names[@]/#/wine-}"
+    wait "$runner" || fail "Wine did not start; see $build/logs"
+    for name in "${names[@]}"; do rmdir "$build/logs/taken-$name"; done
 }
 
 run_script_suite() {

@@ -35,6 +35,17 @@ ensure_prefix() {
     touch "$WINEPREFIX/tovarex-ready"
 }
 
+# Goes over to a prefix that is a copy of the finished one.
+# $1: what its name ends in
+use_copied_prefix() {
+    local original=$WINEPREFIX
+    export WINEPREFIX=$original-$1
+    [ -e "$WINEPREFIX/tovarex-ready" ] && return 0
+    rm -rf "$WINEPREFIX"
+    cp -a "$original" "$WINEPREFIX.part"
+    mv "$WINEPREFIX.part" "$WINEPREFIX"
+}
+
 wine_registry() { quiet timeout 120 wine reg add "$@" /f; }
 
 # One desktop window for all: closing a window takes no time there, and pictures hold everything.

@@ -136,10 +136,25 @@ struct Callbacks {
 };
 static_assert(sizeof(void*) != 4 || sizeof(Callbacks) == 16);
 
+/// What ZpVersion fills in.
+struct Version {
+    std::uint32_t size;   ///< of this record
+    std::uint32_t flags;  ///< bit 0 a trial version, bit 1 zlib is used
+    char trialLevel[10];  ///< empty for none
+    char date[20];
+    char zlibVersion[10];
+    struct Numbers {
+        std::uint8_t major, minor, patch, unused;
+    } zip, os2Library, windowsLibrary;
+};
+static_assert(sizeof(Version) == 60);
+
 namespace fn {
 using Init = std::int32_t ARCHIVER_CALL(const Callbacks* callbacks);
 using SetOptions = std::int32_t ARCHIVER_CALL(const Options* options);
 using Archive = std::int32_t ARCHIVER_CALL(Command command);
+using GetOptions = Options ARCHIVER_CALL();
+using GetVersion = void ARCHIVER_CALL(Version* version);
 }  // namespace fn
 
 }  // namespace archiver::zip_abi

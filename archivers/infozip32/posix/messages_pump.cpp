@@ -1,0 +1,7 @@
+#include "archivers/infozip32/messages_pump.h"
+
+namespace archiver::infozip {
+
+void pumpMessages() noexcept {}
+
+}  // namespace archiver::infozip

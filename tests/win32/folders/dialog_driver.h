@@ -27,6 +27,7 @@ public:
     DialogDriver(const DialogDriver&) = delete;
     DialogDriver& operator=(const DialogDriver&) = delete;
 
+    /// @param title  of the dialog; empty for one with any title
     void then(std::wstring title, Step step) { steps_.push_back({std::move(title), std::move(step)}); }
 
 private:
@@ -51,7 +52,7 @@ private:
                 wchar_t name[16] = L"";
                 ::GetClassNameW(window, name, 16);
                 if (std::wstring_view(name) != L"#32770" || !::IsWindowVisible(window)) return TRUE;
-                if (textOf(window) != wanted.title) return TRUE;
+                if (!wanted.title.empty() && textOf(window) != wanted.title) return TRUE;
                 wanted.found = window;
                 return FALSE;
             },

@@ -165,10 +165,14 @@ std::uint32_t CommonDriver::SetArcFile(std::wstring_view fileName) {
 }
 
 ExtractResult CommonDriver::extract(const ExtractRequest& request) {
-    setHWnd(request.owner);
+    return runLine(request.owner, extractLine(request));
+}
+
+ExtractResult CommonDriver::runLine(WindowHandle owner, std::wstring_view commandLine) {
+    setHWnd(owner);
     setCursorMode(false);
     setBackGroundMode(true);
-    setCommandLine(extractLine(request));
+    setCommandLine(commandLine);
     return {.code = ReturnCode(),
             .message = ErrString(),
             .text = written_,

@@ -57,6 +57,9 @@ public:
     std::uint32_t SetArcFile(std::wstring_view fileName) override;
 
     ExtractResult extract(const ExtractRequest& request) final;
+    /// Runs any line, under the same conditions.
+    /// @param owner  of the library's windows; null: there are none
+    ExtractResult runLine(WindowHandle owner, std::wstring_view commandLine);
     void setProgress(ExtractProgressSink sink) final { library_.setProgress(std::move(sink)); }
     [[nodiscard]] const TextCodec& listCodec() final { return library_.commandCodec(); }
 

@@ -157,4 +157,15 @@ RECORDING_EXPORT std::int32_t ARCHIVER_CALL ACESetPassword(ArchiveHandle archive
 }
 RECORDING_UNICODE(ACE)
 
+RECORDING_EXPORT std::int32_t ARCHIVER_CALL ZpInit(const archiver::zip_abi::Callbacks* callbacks) {
+    return zipInit(callbacks);
+}
+RECORDING_EXPORT std::int32_t ARCHIVER_CALL ZpSetOptions(const archiver::zip_abi::Options* options) {
+    return zipSetOptions(options);
+}
+RECORDING_EXPORT std::int32_t ARCHIVER_CALL ZpArchive(archiver::zip_abi::Command command) {
+    return zipArchive(command);
+}
+RECORDING_UNICODE(Zp)
+
 }  // namespace recording

@@ -3,6 +3,7 @@
 
 #include "archivers/convention/abi.h"
 #include "archivers/convention/ace_abi.h"
+#include "archivers/convention/zip_abi.h"
 
 /// A recording archiver library: every function logs its call (call_log.h) and answers as scripted (script.h). What
 /// each does, for any prefix.
@@ -31,6 +32,11 @@ ArchiveHandle aceOpen(archiver::ace_abi::OpenArchiveData* data);
 std::int32_t aceReadHeader(ArchiveHandle archive, archiver::ace_abi::HeaderData* header);
 std::int32_t aceProcessFile(ArchiveHandle archive, std::int32_t operation, const char* destination);
 std::int32_t aceSetPassword(ArchiveHandle archive, const char* password);
+
+// Of "InfoZip32.dll".
+std::int32_t zipInit(const archiver::zip_abi::Callbacks* callbacks);
+std::int32_t zipSetOptions(const archiver::zip_abi::Options* options);
+std::int32_t zipArchive(const archiver::zip_abi::Command& command);
 
 // Of the entry that was found last; zeros and empty texts before the first.
 IndividualInfo currentRecord(const char* prefix, const char* function, ArchiveHandle archive);

@@ -77,6 +77,7 @@ void setLine(Script& script, const std::string& word, const std::string& value) 
     if (word == "password") script.password = number32;
     if (word == "code") script.code = number32;
     if (word == "output") script.output = unescaped(value);
+    if (word == "zip") script.zip.push_back(unescaped(value));
     if (word == "lists") script.lists = number != 0;
     if (word == "fill") script.fill = value.empty() ? '\0' : value.front();
     if (word == "dialog") script.dialog = number32;

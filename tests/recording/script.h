@@ -27,6 +27,8 @@
 //   end -1             what the search answers behind the last entry; ACEReadHeader answers 128 for -1
 //   process 0          ACEProcessFile, for all operations but skipping
 //   password 0         ACESetPassword
+//   zip TEXT           ZpArchive calls back, in the order of these lines, before it answers the code: with "message TEXT",
+//                      "service NAME", "password SIZE PROMPT" or "comment"; what the last three give is logged
 //   code 0             the command's return code
 //   output TEXT        what the command writes, cut to the buffer, with a NUL where there is room
 //   lists 1            logs what stands in the list file that the command names, as a call of "List", 0
@@ -56,6 +58,7 @@ struct Script {
     std::int32_t process = 0;
     std::int32_t password = 0;
     std::string output;
+    std::vector<std::string> zip;
     bool lists = false;
     char fill = '\0';
     std::int32_t dialog = 1;

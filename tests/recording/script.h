@@ -27,7 +27,7 @@
 //   end -1             what the search answers behind the last entry; ACEReadHeader answers 128 for -1
 //   process 0          ACEProcessFile, for all operations but skipping
 //   password 0         ACESetPassword
-//   zip TEXT           ZpArchive calls back, in the order of these lines, before it answers the code: with "message TEXT",
+//   zip TEXT           ZpArchive calls back, in the order of these lines, before it answers the code: "message TEXT",
 //                      "service NAME", "password SIZE PROMPT" or "comment"; what the last three give is logged
 //   code 0             the command's return code
 //   output TEXT        what the command writes, cut to the buffer, with a NUL where there is room

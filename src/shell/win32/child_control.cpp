@@ -12,11 +12,20 @@ HWND createControl(HWND parent, const wchar_t* className, const wchar_t* name, D
                              reinterpret_cast<HMENU>(static_cast<std::intptr_t>(id)), moduleInstance(), nullptr);
 }
 
-RedrawPause::RedrawPause(HWND window) : window_(window) { ::SendMessageW(window_, WM_SETREDRAW, FALSE, 0); }
+RedrawPause::RedrawPause(HWND window)
+    : window_(window), paused_((::GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0) {
+    if (!paused_) return;
+    ::SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+    // Some controls stop only their own painting. The scroll bars are the system's: it draws them anew for every column
+    // and row that is added.
+    ::DefWindowProcW(window_, WM_SETREDRAW, FALSE, 0);
+}
 
 RedrawPause::~RedrawPause() {
+    if (!paused_) return;
+    ::DefWindowProcW(window_, WM_SETREDRAW, TRUE, 0);
     ::SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
-    ::InvalidateRect(window_, nullptr, TRUE);
+    ::RedrawWindow(window_, nullptr, nullptr, RDW_ERASE | RDW_FRAME | RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 ReplacedControl::ReplacedControl(HWND dialog, int id) : control_(::GetDlgItem(dialog, id)) {

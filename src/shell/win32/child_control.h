@@ -8,7 +8,8 @@ namespace tovar {
 HWND createControl(HWND parent, const wchar_t* className, const wchar_t* name, DWORD style, DWORD extendedStyle,
                    int id);
 
-/// While it lives the window does not repaint; then it is painted anew.
+/// While it lives nothing of the window is painted, its scroll bars neither; then it is painted anew. A pause inside
+/// another one, and one of a hidden window, does nothing.
 class RedrawPause {
 public:
     explicit RedrawPause(HWND window);
@@ -18,6 +19,7 @@ public:
 
 private:
     HWND window_;
+    bool paused_;
 };
 
 /// A control of a dialog's template that another one takes the place of. Goes with this object.

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "shell/win32/child_control.h"
 #include "shell/win32/module_instance.h"
 #include "win32/icons/test_windows.h"
 
@@ -88,6 +89,31 @@ TEST(Window, TakesItsClassBackWithTheLastWindow) {
 }
 
 TEST(ModuleInstance, IsTheModuleThatTheCodeIsIn) { EXPECT_EQ(moduleInstance(), ::GetModuleHandleW(nullptr)); }
+
+bool isShown(const TestWindow& window) { return (::GetWindowLongPtrW(window.get(), GWL_STYLE) & WS_VISIBLE) != 0; }
+
+// Scroll bars are painted for a window that counts as shown, also while its control does not paint itself.
+TEST(RedrawPause, LeavesNothingToPaintUntilTheOuterOneEnds) {
+    const TestWindow window = makeWindow(L"SysListView32", WS_POPUP | WS_VISIBLE);
+    {
+        const RedrawPause outer(window.get());
+        EXPECT_FALSE(isShown(window));
+        {
+            const RedrawPause inner(window.get());
+            EXPECT_FALSE(isShown(window));
+        }
+        EXPECT_FALSE(isShown(window));
+        ::ValidateRect(window.get(), nullptr);
+    }
+    EXPECT_TRUE(isShown(window));
+    EXPECT_NE(::GetUpdateRect(window.get(), nullptr, FALSE), FALSE);
+}
+
+TEST(RedrawPause, LeavesAHiddenWindowHidden) {
+    const TestWindow window = makeWindow(L"SysListView32", WS_POPUP);
+    { const RedrawPause pause(window.get()); }
+    EXPECT_FALSE(isShown(window));
+}
 
 }  // namespace
 }  // namespace tovar::test

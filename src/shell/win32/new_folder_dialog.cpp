@@ -4,6 +4,7 @@
 #include "shell/win32/folder_dialog_controls.h"
 #include "shell/win32/form_placement.h"
 #include "shell/win32/message_map.h"
+#include "shell/win32/visual_styles.h"
 
 namespace tovar {
 
@@ -48,6 +49,7 @@ void fNewFolder::enableOk(bool enabled) { ::EnableWindow(control(IDOK), enabled 
 void fNewFolder::focusName() { ::SetFocus(control(IDC_TXT_NAME)); }
 
 void fNewFolder::warn(std::wstring_view text) {
+    const VisualStyles styles;
     ::MessageBoxW(hwnd(), std::wstring(text).c_str(), std::wstring(kComponentName).c_str(),
                   MB_ICONEXCLAMATION | MB_OKCANCEL);
 }

@@ -84,6 +84,8 @@ TEST_F(NewFolderDialogTest, RejectsAnImpossibleNameWithAMessage) {
         EXPECT_NE(::SendDlgItemMessageW(message, kMessageIcon, STM_GETICON, 0, 0), 0);
         EXPECT_NE(::GetDlgItem(message, IDOK), nullptr);
         EXPECT_NE(::GetDlgItem(message, IDCANCEL), nullptr);
+        SIZE ideal{};  // BCM_GETIDEALSIZE: only version 6 of the controls answers it
+        EXPECT_NE(::SendDlgItemMessageW(message, IDOK, 0x1601, 0, reinterpret_cast<LPARAM>(&ideal)), FALSE);
         click(message, IDOK);
     });
     driver_.then(kTitle, [](HWND dialog) {

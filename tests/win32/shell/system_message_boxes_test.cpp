@@ -11,6 +11,7 @@ namespace {
 constexpr int kTextControl = 0xFFFF;
 constexpr int kIconControl = 1088;
 constexpr UINT kTickMilliseconds = 10;
+constexpr UINT kGetIdealSize = 0x1601;  // BCM_GETIDEALSIZE: only version 6 of the controls answers it
 
 std::wstring textOf(HWND window) {
     std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(window)) + 1, L'\0');
@@ -22,7 +23,7 @@ std::wstring textOf(HWND window) {
 struct Seen {
     HWND box = nullptr, owner = nullptr, watched = nullptr;
     std::wstring text, title;
-    bool watchedEnabled = true, ok = false, other = false;
+    bool watchedEnabled = true, ok = false, other = false, version6 = false;
     HICON icon = nullptr;
 };
 
@@ -57,6 +58,8 @@ private:
         seen.title = textOf(box);
         seen.text = textOf(::GetDlgItem(box, kTextControl));
         seen.ok = ::GetDlgItem(box, IDOK) != nullptr;
+        SIZE ideal{};
+        seen.version6 = ::SendDlgItemMessageW(box, IDOK, kGetIdealSize, 0, reinterpret_cast<LPARAM>(&ideal)) != FALSE;
         seen.other = ::GetDlgItem(box, IDNO) != nullptr || ::GetDlgItem(box, IDYES) != nullptr;
         seen.icon = reinterpret_cast<HICON>(::SendDlgItemMessageW(box, kIconControl, STM_GETICON, 0, 0));
         seen.watchedEnabled = seen.watched == nullptr || ::IsWindowEnabled(seen.watched) != FALSE;
@@ -108,6 +111,12 @@ TEST(SystemMessageBoxes, HoldTheThreadsWindowsWithoutAnOwner) {
     EXPECT_NE(Answerer::seen.box, nullptr);
     EXPECT_FALSE(Answerer::seen.watchedEnabled);
     EXPECT_TRUE(::IsWindowEnabled(other.get()));
+}
+
+TEST(SystemMessageBoxes, FollowTheDesktopsVisualStyleWhateverTheHostsProgramSays) {
+    const Answerer answerer;
+    SystemMessageBoxes().show(nullptr, L"text", L"title", MessageIcon::Exclamation);
+    EXPECT_TRUE(Answerer::seen.version6);
 }
 
 }  // namespace

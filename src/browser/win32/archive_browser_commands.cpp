@@ -149,7 +149,14 @@ bool fArcMain::onPaneKey(HWND pane, const KeyStroke& key) {
         return true;
     }
     if (key.key == Key::F6 && isPlain) {
-        moveFocus(key.shift, FocusStops::All);
+        moveFocus(key.shift, FocusStops::Panes);
+        return true;
+    }
+    // While the mouse selects rows, Escape is the list's.
+    const bool isRowsOrFolders = pane == list_.hwnd() || pane == tree_.hwnd();
+    if (key.key == static_cast<Key>(VK_ESCAPE) && isPlain && !key.shift && isRowsOrFolders && find_.isShown() &&
+        ::GetCapture() != pane) {
+        find_.close();
         return true;
     }
     const BrowserCommand command = commandOfKey(key);
@@ -183,6 +190,8 @@ std::optional<LRESULT> fArcMain::onContextMenu(WPARAM pane, LPARAM place) {
     ::PostMessageW(hwnd(), kShowContextMenu, pane, place);
     return 0;
 }
+    const auto clicked = std::exchange(rightClick_, std::nullopt);
+    if (clicked && window == list_.hwnd() && !isByKeyboard(place)) place = MAKELPARAM(clicked->x, clicked->y);
 
 std::optional<LRESULT> fArcMain::onShowContextMenu(WPARAM pane, LPARAM place) {
     if (reinterpret_cast<HWND>(pane) == tree_.hwnd()) {

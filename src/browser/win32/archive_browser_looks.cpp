@@ -40,6 +40,8 @@ void fArcMain::giveFonts() {
     (isLoaded_ ? ApplyFontQuietly : ApplyFont)(hwnd(), fontName_, fonts);
     isLoaded_ = true;
     std::swap(hostFonts_, fonts);
+    menuBand_.fit(dpi_);
+    toolbar_.fit(dpi_);
     list_.measureColumnsAnew();
     address_.fitList();
 }
@@ -90,6 +92,7 @@ void fArcMain::layOut() {
     if (status_ == nullptr || !::GetClientRect(hwnd(), &client)) return;
     const int margin = scaled(kMargin, dpi_);
     ::SendMessageW(status_, WM_SIZE, 0, 0);
+    ::InvalidateRect(status_, nullptr, TRUE);  // the size grip was elsewhere, and not every status bar takes it along
     RECT status, box;
     ::GetWindowRect(status_, &status);
     ::GetWindowRect(address_.hwnd(), &box);
@@ -215,6 +218,6 @@ void fArcMain::onSplitterMoved() { layOut(); }
 
 int fArcMain::onSplitterFit() { return tree_.widthOfTexts(); }
 
-void fArcMain::onSplitterLeave(bool backwards) { moveFocus(backwards, FocusStops::All); }
+void fArcMain::onSplitterLeave(bool backwards) { moveFocus(backwards, FocusStops::Panes); }
 
 }  // namespace tovar

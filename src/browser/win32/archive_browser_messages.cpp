@@ -105,7 +105,7 @@ std::optional<LRESULT> fArcMain::onCommand(WPARAM wParam, LPARAM) {
 }
 
 std::optional<LRESULT> fArcMain::onNotify(WPARAM, LPARAM lParam) {
-    // A list of very many rows may tell of each.
+    // A list of very many rows may tell of each, and a tree does so of every folder that it forgets.
     const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
     if (header.code == LVN_ITEMCHANGED && header.idFrom == LV1 && list_.isChanging()) return 0;
     static constexpr NotifyRoute<fArcMain> routes[] = {
@@ -128,6 +128,7 @@ std::optional<LRESULT> fArcMain::onNotify(WPARAM, LPARAM lParam) {
         {LV1, NM_CLICK, &fArcMain::onListSelection},
         {LV1, NM_DBLCLK, &fArcMain::onListDoubleClick},
         {LV1, NM_RETURN, &fArcMain::onListEnter},
+        {LV1, NM_RCLICK, &fArcMain::onListRightClick},
         {LV1, LVN_KEYDOWN, &fArcMain::onListKey},
         {LV1, LVN_COLUMNCLICK, &fArcMain::onListHeader},
     };
@@ -201,6 +202,15 @@ LRESULT fArcMain::onListDoubleClick(NMHDR& header) {
 }
 
 LRESULT fArcMain::onListEnter(NMHDR&) {
+// When the list asks for its menu it says where the mouse pointer is by then: the user may have gone on, and a click
+// that a program sends is not where the pointer is at all.
+LRESULT fArcMain::onListRightClick(NMHDR& header) {
+    POINT place = as<NMITEMACTIVATE>(header).ptAction;
+    ::ClientToScreen(list_.hwnd(), &place);
+    rightClick_ = place;
+    return 0;
+}
+
     openRow(list_.focusedRow());
     return 0;
 }
@@ -242,13 +252,19 @@ bool fArcMain::onNavigationKey(WORD key) {
     }
 }
 
-// The host's message loop knows nothing of the window's controls, so the window goes from one to the next itself.
+// The host's message loop knows nothing of the window's controls, so the window goes from one to the next itself. Tab
+// goes to where the work is done; F6 goes from pane to pane, to the splitter too, and the find bar is one of them.
 void fArcMain::moveFocus(bool backwards, FocusStops stops) {
-    std::vector<HWND> order = find_.tabStops();
-    order.insert(order.begin(), {address_.hwnd(), tree_.hwnd(), splitter_.hwnd(), list_.hwnd()});
+    std::vector<HWND> order{address_.hwnd(), tree_.hwnd(), splitter_.hwnd(), list_.hwnd()};
     const HWND focus = ::GetFocus();
-    // The splitter is for F6 alone: Tab goes to where the work is done, and the arrow keys of the panes are their own.
-    if (stops == FocusStops::WithoutSplitter && focus != splitter_.hwnd()) std::erase(order, splitter_.hwnd());
+    if (stops == FocusStops::Panes) {
+        if (find_.isShown()) order.push_back(find_.hwnd());
+    } else {
+        const std::vector<HWND> inBar = find_.tabStops();
+        order.insert(order.end(), inBar.begin(), inBar.end());
+        // The arrow keys of the panes are their own.
+        if (focus != splitter_.hwnd()) std::erase(order, splitter_.hwnd());
+    }
     const auto current = std::find_if(std::begin(order), std::end(order),
                                       [&](HWND control) { return control == focus || ::IsChild(control, focus); });
     const auto count = std::size(order);

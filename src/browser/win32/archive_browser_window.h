@@ -114,6 +114,7 @@ private:
     // PaneKeys
     bool onPaneKey(HWND pane, const KeyStroke& key) override;
     bool onPaneAltLetter(wchar_t letter) override;
+    [[nodiscard]] bool wantsPaneEscape() const override { return find_.isShown(); }
 
     // FindBarOwner
     void onFindBarShown() override;
@@ -162,6 +163,7 @@ private:
     LRESULT onListFind(NMHDR& header);
     LRESULT onListSelection(NMHDR& header);
     LRESULT onListDoubleClick(NMHDR& header);
+    LRESULT onListRightClick(NMHDR& header);
     LRESULT onListEnter(NMHDR& header);
     LRESULT onListKey(NMHDR& header);
     LRESULT onListHeader(NMHDR& header);
@@ -180,8 +182,8 @@ private:
     void runToTheEnd(const std::function<void()>& run);
     void showListMenu(LPARAM place);
     void showTreeMenu(LPARAM place);
-    enum class FocusStops { All, WithoutSplitter };
-    void moveFocus(bool backwards, FocusStops stops = FocusStops::WithoutSplitter);
+    enum class FocusStops { Controls, Panes };
+    void moveFocus(bool backwards, FocusStops stops = FocusStops::Controls);
     bool onNavigationKey(WORD key);
 
     std::function<void()> onUnloaded_;
@@ -211,6 +213,7 @@ private:
     BrowserPresenter presenter_;
     FindBar find_;
     std::optional<std::uint32_t> rowToOpen_;
+    std::optional<POINT> rightClick_;  ///< on the screen, where the list was clicked last; until its menu is asked for
     bool selecting_ = false;  ///< the selection in the tree changes by the program's hand now
     bool captionActive_ = false;
     bool closeWanted_ = false;

@@ -7,6 +7,7 @@
 #include "browser/browser_commands.h"
 #include "browser/toolbar_pictures.h"
 #include "browser/win32/browser_controls.h"
+#include "browser/win32/button_room.h"
 #include "shell/win32/child_control.h"
 #include "shell/win32/dpi.h"
 
@@ -65,6 +66,8 @@ void BrowserToolbar::setScale(int dpi) {
     std::swap(pictures_, pictures);
     pictureSize_ = size;
 }
+
+void BrowserToolbar::fit(int dpi) { giveButtonsRoom(toolbar_, pictureSize_, dpi); }
 
 void BrowserToolbar::enable(int button, bool enabled) {
     ::SendMessageW(toolbar_, TB_ENABLEBUTTON, static_cast<WPARAM>(button), MAKELPARAM(enabled ? TRUE : FALSE, 0));

@@ -21,6 +21,8 @@ public:
 
     /// Draws the buttons' pictures for a scale, in dots per inch.
     void setScale(int dpi);
+    /// The toolbar has another font.
+    void fit(int dpi);
     void enable(int button, bool enabled);
     /// @return what the buttons need, in pixels
     [[nodiscard]] SIZE size() const;

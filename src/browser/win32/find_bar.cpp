@@ -165,7 +165,7 @@ std::optional<LRESULT> FindBar::onCommand(WPARAM wParam, LPARAM) {
         {kFindText, EN_CHANGE, &FindBar::onTextChanged},
         {kFindNext, BN_CLICKED, &FindBar::onNext},
         {kFindPrevious, BN_CLICKED, &FindBar::onPrevious},
-        {kFindClose, BN_CLICKED, &FindBar::onClose},
+        {kFindClose, BN_CLICKED, &FindBar::close},
     };
     return dispatchCommand(*this, routes, wParam) ? std::optional<LRESULT>(0) : std::nullopt;
 }

@@ -55,6 +55,7 @@ public:
     void find() { presenter_.onFind(); }
     void findNext() { presenter_.onNext(); }
     void findPrevious() { presenter_.onPrevious(); }
+    void close() { presenter_.onClose(); }
     /// What was listed is no more.
     void onListingGone();
 
@@ -79,7 +80,6 @@ private:
     void onTextChanged() { presenter_.onTextChanged(textOf(edit_)); }
     void onNext() { presenter_.onNext(); }
     void onPrevious() { presenter_.onPrevious(); }
-    void onClose() { presenter_.onClose(); }
 
     static LRESULT CALLBACK keyProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                          DWORD_PTR data) noexcept;

@@ -8,6 +8,7 @@
 
 #include "browser/win32/browser_controls.h"
 #include "browser/win32/browser_messages.h"
+#include "browser/win32/button_room.h"
 #include "shell/scoped_flag.h"
 #include "shell/win32/child_control.h"
 
@@ -87,6 +88,8 @@ void MenuBand::release() noexcept {
     wanted_.reset();
     band_ = nullptr;
 }
+
+void MenuBand::fit(int dpi) { giveButtonsRoom(band_, 0, dpi); }
 
 void MenuBand::enable(BrowserCommand menu, bool enabled) {
     ::SendMessageW(band_, TB_ENABLEBUTTON, static_cast<WPARAM>(menu), MAKELPARAM(enabled ? TRUE : FALSE, 0));

@@ -35,6 +35,9 @@ public:
 
     /// @param menu  `mnuEdit` or `mnuView`
     void enable(BrowserCommand menu, bool enabled);
+    /// The band has another font.
+    /// @param dpi  dots per inch
+    void fit(int dpi);
     /// @return what the buttons need, in pixels
     [[nodiscard]] SIZE size() const;
 

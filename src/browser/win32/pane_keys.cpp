@@ -10,10 +10,11 @@ static_assert(static_cast<int>(Key::Back) == VK_BACK && static_cast<int>(Key::En
               static_cast<int>(Key::Up) == VK_UP && static_cast<int>(Key::Delete) == VK_DELETE &&
               static_cast<int>(Key::F3) == VK_F3 && static_cast<int>(Key::F6) == VK_F6);
 
-// A host that treats its window as a dialog would take Enter for its own default button.
-bool isEnter(LPARAM lParam) noexcept {
+// A host that treats its window as a dialog would take Enter and Escape for its own buttons.
+bool isDialogKey(const PaneKeys& keys, LPARAM lParam) {
     const auto* const message = reinterpret_cast<const MSG*>(lParam);
-    return message != nullptr && message->message == WM_KEYDOWN && message->wParam == VK_RETURN;
+    return message != nullptr && message->message == WM_KEYDOWN &&
+           (message->wParam == VK_RETURN || (message->wParam == VK_ESCAPE && keys.wantsPaneEscape()));
 }
 
 // A key that was a command would come once more, as a character that lists and trees answer with a beep.
@@ -43,7 +44,7 @@ LRESULT CALLBACK keyProcedure(HWND window, UINT message, WPARAM wParam, LPARAM l
     }
     if (message == WM_NCDESTROY) ::RemoveWindowSubclass(window, &keyProcedure, id);
     const LRESULT answer = ::DefSubclassProc(window, message, wParam, lParam);
-    return message == WM_GETDLGCODE && !isTextField && isEnter(lParam) ? answer | DLGC_WANTMESSAGE : answer;
+    return message == WM_GETDLGCODE && !isTextField && isDialogKey(keys, lParam) ? answer | DLGC_WANTMESSAGE : answer;
 }
 
 }  // namespace

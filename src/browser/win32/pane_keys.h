@@ -15,6 +15,8 @@ public:
     /// A letter was typed with Alt.
     /// @return false to leave it to the control, which hands it to the menu bar of the host
     virtual bool onPaneAltLetter(wchar_t letter) = 0;
+    /// @return whether Escape means something in panes now
+    [[nodiscard]] virtual bool wantsPaneEscape() const = 0;
 };
 
 /// What a watched control does with characters: a text field takes all of them, a pane none of those that keys of

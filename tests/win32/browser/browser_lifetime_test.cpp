@@ -116,7 +116,7 @@ TEST_F(BrowserLifetimeTest, LeavesNothingBehind) {
     browser_.reset();
     const DWORD windows = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
     const DWORD graphics = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < 8; ++i) {
         open({L"a"});
         browser_.reset();
     }

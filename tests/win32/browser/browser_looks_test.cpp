@@ -96,84 +96,125 @@ protected:
 };
 
 // What a screen of 96 dots per inch shows in one pixel, one of 288 shows in three.
-class BrowserScaleTest : public BrowserLooksTest, public testing::WithParamInterface<int> {};
+class BrowserScaleTest : public BrowserLooksTest {
+protected:
+    /// Does the same at every scale.
+    template <class Check>
+    void atEveryScale(const Check& check) const {
+        for (const int dpi : {96, 120, 144, 192, 288}) {
+            SCOPED_TRACE(dpi);
+            check(dpi);
+        }
+    }
+};
 
-TEST_P(BrowserScaleTest, ScalesTextsBarsAndIndents) {
+TEST_F(BrowserScaleTest, ScalesTextsBarsAndIndents) {
     open({L"a/1"});
     setScale(96);
     const int text = textHeight(LV1), bar = widthOf(kSplitter);
     EXPECT_EQ(bar, 5);
     EXPECT_EQ(send(TV1, TVM_GETINDENT), 19);
-    setScale(GetParam());
-    for (const int id : {kToolbar, cmbURL, TV1, LV1, sBar1}) {
-        EXPECT_NEAR(textHeight(id), text * GetParam() / 96.0, 1) << id;
-    }
-    EXPECT_EQ(widthOf(kSplitter), (5 * GetParam() + 48) / 96);
-    EXPECT_EQ(send(TV1, TVM_GETINDENT), (19 * GetParam() + 48) / 96);
-    EXPECT_GE(rowHeight(), textHeight(LV1));
-    EXPECT_GE(send(TV1, TVM_GETITEMHEIGHT), textHeight(TV1));
-    EXPECT_GE(placeOf(cmbURL).bottom - placeOf(cmbURL).top, textHeight(cmbURL));
+    atEveryScale([&](int dpi) {
+        setScale(dpi);
+        for (const int id : {kToolbar, cmbURL, TV1, LV1, sBar1}) {
+            EXPECT_NEAR(textHeight(id), text * dpi / 96.0, 1) << id;
+        }
+        EXPECT_EQ(widthOf(kSplitter), (5 * dpi + 48) / 96);
+        EXPECT_EQ(send(TV1, TVM_GETINDENT), (19 * dpi + 48) / 96);
+        EXPECT_GE(rowHeight(), textHeight(LV1));
+        EXPECT_GE(send(TV1, TVM_GETITEMHEIGHT), textHeight(TV1));
+        EXPECT_GE(placeOf(cmbURL).bottom - placeOf(cmbURL).top, textHeight(cmbURL));
+    });
 }
 
-TEST_P(BrowserScaleTest, TakesTheShellsLargestIconsThatFit) {
+TEST_F(BrowserScaleTest, ScalesTheRoomOfButtonsAndMenus) {
     open({L"a/1"});
-    setScale(GetParam());
-    const int small = 16 * GetParam() / 96, large = 32 * GetParam() / 96;
+    setScale(96);
+    const auto sizeOfButton = [&](int bar, WPARAM place) {
+        RECT button{};
+        send(bar, TB_GETITEMRECT, place, reinterpret_cast<LPARAM>(&button));
+        return SIZE{button.right - button.left, button.bottom - button.top};
+    };
+    constexpr std::pair<int, WPARAM> kButtons[] = {{kToolbar, 0}, {kToolbar, 2}, {kMenuBand, 0}, {kMenuBand, 1}};
+    std::vector<SIZE> before;
+    for (const auto& [bar, place] : kButtons) before.push_back(sizeOfButton(bar, place));
+    EXPECT_GE(before[0].cy, 16 + 6);
+    EXPECT_GE(before[2].cy, textHeight(kMenuBand) + 6);
+    atEveryScale([&](int dpi) {
+        setScale(dpi);
+        for (std::size_t each = 0; each < std::size(kButtons); ++each) {
+            const auto [bar, place] = kButtons[each];
+            const SIZE size = sizeOfButton(bar, place);
+            EXPECT_NEAR(size.cx, before[each].cx * dpi / 96.0, before[each].cx * dpi / 96.0 / 8 + 2) << each;
+            EXPECT_NEAR(size.cy, before[each].cy * dpi / 96.0, before[each].cy * dpi / 96.0 / 8 + 2) << each;
+        }
+    });
+}
+
+TEST_F(BrowserScaleTest, TakesTheShellsLargestIconsThatFit) {
+    open({L"a/1"});
     const auto expectFit = [](LRESULT images, int wanted) {
         EXPECT_EQ(images, reinterpret_cast<LRESULT>(SystemImageListOfSize(wanted)));
         EXPECT_LE(iconSize(images), std::max(wanted, ::GetSystemMetrics(SM_CXSMICON)));
     };
-    expectFit(send(LV1, LVM_GETIMAGELIST, LVSIL_SMALL), small);
-    expectFit(send(LV1, LVM_GETIMAGELIST, LVSIL_NORMAL), large);
-    expectFit(send(TV1, TVM_GETIMAGELIST, TVSIL_NORMAL), small);
+    atEveryScale([&](int dpi) {
+        setScale(dpi);
+        const int small = 16 * dpi / 96, large = 32 * dpi / 96;
+        expectFit(send(LV1, LVM_GETIMAGELIST, LVSIL_SMALL), small);
+        expectFit(send(LV1, LVM_GETIMAGELIST, LVSIL_NORMAL), large);
+        expectFit(send(TV1, TVM_GETIMAGELIST, TVSIL_NORMAL), small);
+    });
 }
 
-TEST_P(BrowserScaleTest, MeasuresTheColumnsAnew) {
+TEST_F(BrowserScaleTest, MeasuresTheColumnsAnew) {
     open({L"1"});
     setScale(96);
     const int columns = static_cast<int>(headers().size());
     std::vector<int> before;
     for (int column = 0; column < columns; ++column) before.push_back(columnWidth(column));
-    setScale(GetParam());
-    for (int column = 0; column < columns; ++column) {
-        const int wanted = before[static_cast<std::size_t>(column)] * GetParam() / 96;
-        EXPECT_NEAR(columnWidth(column), wanted, wanted / 8 + 2) << column;
-    }
+    atEveryScale([&](int dpi) {
+        setScale(dpi);
+        for (int column = 0; column < columns; ++column) {
+            const int wanted = before[static_cast<std::size_t>(column)] * dpi / 96;
+            EXPECT_NEAR(columnWidth(column), wanted, wanted / 8 + 2) << column;
+        }
+    });
     setScale(96);
     for (int column = 0; column < columns; ++column) {
         EXPECT_EQ(columnWidth(column), before[static_cast<std::size_t>(column)]) << column;
     }
 }
 
-TEST_P(BrowserScaleTest, KeepsTheProportionOfAColumnThatTheUserHasDragged) {
+TEST_F(BrowserScaleTest, KeepsTheProportionOfAColumnThatTheUserHasDragged) {
     open({L"1"});
     setScale(96);
     const int own = columnWidth(0);
     send(LV1, LVM_SETCOLUMNWIDTH, 0, 2 * own);
-    setScale(GetParam());
-    EXPECT_NEAR(columnWidth(0), 2 * own * GetParam() / 96, own * GetParam() / 96 / 4);
+    atEveryScale([&](int dpi) {
+        setScale(dpi);
+        EXPECT_NEAR(columnWidth(0), 2 * own * dpi / 96, own * dpi / 96 / 4);
+    });
 }
 
-TEST_P(BrowserScaleTest, KeepsEveryControlInsideTheWindowAndApart) {
+TEST_F(BrowserScaleTest, KeepsEveryControlInsideTheWindowAndApart) {
     open({L"a/1"});
-    setScale(GetParam());
-    RECT client{};
-    ::GetClientRect(window(), &client);
-    const int below = placeOf(sBar1).top;
-    EXPECT_GE(placeOf(cmbURL).top, 0);
-    EXPECT_LE(placeOf(cmbURL).bottom, placeOf(LV1).top);
-    EXPECT_LE(placeOf(kToolbar).right, placeOf(kAddressLabel).left);
-    EXPECT_LE(placeOf(kAddressLabel).right, placeOf(cmbURL).left);
-    EXPECT_LE(placeOf(cmbURL).right, client.right);
-    EXPECT_EQ(placeOf(TV1).right, placeOf(kSplitter).left);
-    EXPECT_EQ(placeOf(kSplitter).right, placeOf(LV1).left);
-    EXPECT_EQ(placeOf(LV1).right, client.right);
-    EXPECT_LE(placeOf(LV1).bottom, below);
-    EXPECT_EQ(placeOf(sBar1).bottom, client.bottom);
+    atEveryScale([&](int dpi) {
+        setScale(dpi);
+        RECT client{};
+        ::GetClientRect(window(), &client);
+        const int below = placeOf(sBar1).top;
+        EXPECT_GE(placeOf(cmbURL).top, 0);
+        EXPECT_LE(placeOf(cmbURL).bottom, placeOf(LV1).top);
+        EXPECT_LE(placeOf(kToolbar).right, placeOf(kAddressLabel).left);
+        EXPECT_LE(placeOf(kAddressLabel).right, placeOf(cmbURL).left);
+        EXPECT_LE(placeOf(cmbURL).right, client.right);
+        EXPECT_EQ(placeOf(TV1).right, placeOf(kSplitter).left);
+        EXPECT_EQ(placeOf(kSplitter).right, placeOf(LV1).left);
+        EXPECT_EQ(placeOf(LV1).right, client.right);
+        EXPECT_LE(placeOf(LV1).bottom, below);
+        EXPECT_EQ(placeOf(sBar1).bottom, client.bottom);
+    });
 }
-
-INSTANTIATE_TEST_SUITE_P(Scales, BrowserScaleTest, testing::Values(96, 120, 144, 192, 288),
-                         [](const auto& each) { return std::to_string(each.param * 100 / 96) + "PerCent"; });
 
 TEST_F(BrowserLooksTest, GoesWhereTheSystemWantsItAtAnotherScale) {
     open({L"1"});
@@ -261,6 +302,17 @@ TEST_F(BrowserLooksTest, KeepsItsShareOfAHostThatIsResized) {
     expectPlace({160, 120, 640, 480});
     resizeHost(1000, 700);
     expectPlace({200, 140, 800, 560});
+}
+
+TEST_F(BrowserLooksTest, PaintsTheWholeStatusBarWhenItGrows) {
+    open({L"1"});
+    ::RedrawWindow(window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    ASSERT_FALSE(::GetUpdateRect(control(sBar1), nullptr, FALSE));
+    ::SetWindowPos(window(), nullptr, 0, 0, 880, 560, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT stale{}, bar{};
+    ::GetUpdateRect(control(sBar1), &stale, FALSE);
+    ::GetClientRect(control(sBar1), &bar);
+    EXPECT_TRUE(::EqualRect(&stale, &bar));
 }
 
 TEST_F(BrowserLooksTest, FollowsFromWhereItsUserHasPutIt) {

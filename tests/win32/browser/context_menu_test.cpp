@@ -55,19 +55,32 @@ TEST_F(ContextMenuTest, OffersOnARowWhatCanBeDoneWithIt) {
     EXPECT_EQ(actions_.extracted, (std::vector<std::vector<ArchiveMember>>{{{std::nullopt, 1}}}));
 }
 
-TEST_F(ContextMenuTest, SelectsTheRowThatIsClickedWithTheRightButton) {
+TEST_F(ContextMenuTest, IsThatOfTheRowThatIsClickedWhereverThePointerIs) {
     open({L"a.txt", L"b.txt"});
+    POINT former{};
+    ::GetCursorPos(&former);
+    ::SetCursorPos(990, 690);  // outside of the list
     RECT area{};
     area.left = LVIR_LABEL;
     send(LV1, LVM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&area));
     const LPARAM middle = MAKELPARAM(area.left + 3, (area.top + area.bottom) / 2);
-    {
-        const MenuDriver driver({MenuDriver::whenOpen([](HMENU) {})});
-        ::PostMessageW(control(LV1), WM_RBUTTONUP, 0, middle);  // a list may wait for it
-        send(LV1, WM_RBUTTONDOWN, MK_RBUTTON, middle);
+    Texts texts;
+    const auto click = [&](LPARAM place) {
+        const MenuDriver driver({MenuDriver::whenOpen([&](HMENU menu) { texts = textsOf(menu); })});
+        ::PostMessageW(control(LV1), WM_RBUTTONUP, 0, place);  // a list may wait for it
+        send(LV1, WM_RBUTTONDOWN, MK_RBUTTON, place);
         runPendingMessages();
-    }
+    };
+    click(middle);
     EXPECT_EQ(selectedRows(), std::vector<int>{1});
+    EXPECT_EQ(texts, kRows);
+    click(MAKELPARAM(area.left + 3, area.bottom + 100));
+    EXPECT_TRUE(selectedRows().empty());
+    EXPECT_EQ(texts, kEmpty);
+    // A click leaves nothing behind for the keyboard's menu.
+    select(0);
+    EXPECT_EQ(ask(LV1, -1), kRows);
+    ::SetCursorPos(former.x, former.y);
 }
 
 TEST_F(ContextMenuTest, OffersViewStylesBesideTheRows) {

@@ -82,7 +82,7 @@ protected:
         return place;
     }
     void openManyMembers() {
-        driver_.members.resize(200'000);
+        driver_.members.resize(80'000);
         for (std::size_t number = 0; number < driver_.members.size(); ++number) {
             driver_.members[number].storedName = L"member " + std::to_wstring(number);
         }
@@ -273,6 +273,52 @@ TEST_F(FindBarTest, IsClosedByItsButtonAndByEscape) {
     EXPECT_FALSE(isShown());
 }
 
+TEST_F(FindBarTest, IsClosedByEscapeFromTheListAndTheTree) {
+    open({L"a/1"});
+    for (const int pane : {LV1, TV1}) {
+        openBar();
+        ::SetFocus(control(pane));
+        const MSG message{control(pane), WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
+        const auto wantsEscape = [&] {
+            return (send(pane, WM_GETDLGCODE, VK_ESCAPE, reinterpret_cast<LPARAM>(&message)) & DLGC_WANTMESSAGE) != 0;
+        };
+        EXPECT_TRUE(wantsEscape());
+        press(control(pane), VK_ESCAPE);
+        EXPECT_FALSE(isShown()) << pane;
+        EXPECT_EQ(::GetFocus(), control(pane));
+        // Without the bar it is the host's again.
+        EXPECT_FALSE(wantsEscape());
+    }
+}
+
+TEST_F(FindBarTest, StaysWhenEscapeAbandonsAnAddress) {
+    open({L"a/1"});
+    openBar();
+    ::SetFocus(edit());
+    ::SetWindowTextW(edit(), L"elsewhere");
+    press(edit(), VK_ESCAPE);
+    EXPECT_EQ(address(), L"a.zip\\");
+    EXPECT_TRUE(isShown());
+}
+
+TEST_F(FindBarTest, IsOneOfThePanesThatF6GoesTo) {
+    open({L"a"});
+    find(L"a");
+    for (const HWND stop : {edit(), control(TV1), control(kSplitter), control(LV1), field(), edit()}) {
+        press(::GetFocus(), VK_F6);
+        EXPECT_EQ(::GetFocus(), stop);
+    }
+    for (const HWND stop : {field(), control(LV1), control(kSplitter), control(TV1)}) {
+        pressWith(::GetFocus(), VK_SHIFT, VK_F6);
+        EXPECT_EQ(::GetFocus(), stop);
+    }
+    for (const int id : std::initializer_list<int>{kFindNext, kFindPrevious, kFindClose}) {
+        ::SetFocus(inBar(id));
+        press(inBar(id), VK_F6);
+        EXPECT_EQ(::GetFocus(), edit()) << id;
+    }
+}
+
 TEST_F(FindBarTest, LeavesTheKeyboardWhereItIsWhenItIsClosedFromElsewhere) {
     open({L"a"});
     openBar();
@@ -425,12 +471,12 @@ TEST_F(FindBarTest, DoesNothingWhileTheArchiveIsListed) {
 
 TEST_F(FindBarTest, GoesOnBetweenMessages) {
     openManyMembers();
-    find(L"member 199999");
+    find(L"member 79999");
     EXPECT_EQ(state(), L"Searching...");
-    EXPECT_EQ(found(), L"a.zip: member 19999");  // from before the last letter
+    EXPECT_EQ(found(), L"a.zip: member 7999");  // from before the last letter
     ASSERT_TRUE(waitForEnd());
-    EXPECT_EQ(found(), L"a.zip: member 199999");
-    EXPECT_TRUE(isInSight(199'999));
+    EXPECT_EQ(found(), L"a.zip: member 79999");
+    EXPECT_TRUE(isInSight(79'999));
     EXPECT_EQ(state(), L"");
 }
 

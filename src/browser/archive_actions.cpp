@@ -10,7 +10,7 @@ namespace tovar {
 ArchiveActions::ArchiveActions(const ArchiveActionsPorts& ports, std::wstring fontName)
     : ports_(ports),
       fontName_(std::move(fontName)),
-      extraction_(ports.messages, ports.pump),
+      extraction_(ports.messages, ports.pump, ports.progress),
       opener_({extraction_, ports.workFolder, ports.paths, ports.files, ports.messages, ports.launcher, ports.copies}) {
     ports_.copies.removeRecorded(ports_.workFolder.path());
 }

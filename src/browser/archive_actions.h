@@ -30,6 +30,7 @@ struct ArchiveActionsPorts {
     FileSystem& files;
     MessageBoxes& messages;
     MessagePump& pump;
+    ProgressDialogs& progress;
     ProgramLauncher& launcher;
     UnpackDialogs& dialogs;
     OpenedCopies& copies;

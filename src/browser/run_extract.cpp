@@ -36,11 +36,10 @@ bool Extraction::RunExtract(ArchiveDriver& driver, const ExtractRequest& request
                 messages_.show(request.owner, result.message, kTitle, MessageIcon::Exclamation);
             }
         } else {
-            // Nobody else lets messages run while such a library works.
-            const Told told(driver, [this](const ExtractProgress&) {
-                pump_.processPending();
-                return !cancelled_;
-            });
+            // Nobody else lets messages run while such a library works, or shows how it gets on.
+            ExtractionProgress shown(progress_, pump_, clock_, request);
+            const Told told(driver,
+                            [&](const ExtractProgress& progress) { return shown.step(progress) && !cancelled_; });
             static_cast<void>(driver.extract(request));
             good = true;
         }

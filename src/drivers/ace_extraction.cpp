@@ -1,5 +1,7 @@
 #include "drivers/ace_extraction.h"
 
+#include <algorithm>
+
 #include "drivers/member_path.h"
 #include "shell/paths.h"
 #include "shell/secret_text.h"
@@ -35,13 +37,16 @@ AceExtraction::AceExtraction(const AceExtractOptions& options, const MemberChoic
 AceExtraction::~AceExtraction() { wipe(password_); }
 
 ExtractResult AceExtraction::run() {
+    if (ports_.progress) measure();
     AceWalk walk(ports_.library, options_.archive, abi::kOpenExtract);
     if (!walk.isOpen()) {
         result_.code = walk.code();
         return std::move(result_);
     }
     while (!cancelled_ && walk.next()) {
-        if (choice_.contains(walk.member().name)) member(walk);
+        if (!choice_.contains(walk.member().name)) continue;
+        member(walk);
+        done_ += walk.member().original;
     }
     result_.nothingChosen = !anyChosen_ && walk.atEnd();
     if (!cancelled_ && !walk.atEnd() && result_.code == code::kOk) result_.code = walk.code();
@@ -53,6 +58,16 @@ ExtractResult AceExtraction::run() {
     }
     if (cancelled_) result_.code = code::kUser;
     return std::move(result_);
+}
+
+/// How much there is to do: headers are read quickly.
+void AceExtraction::measure() {
+    constexpr std::uint32_t kMembersAtOnce = 256;
+    AceWalk walk(ports_.library, options_.archive, abi::kOpenList);
+    for (std::uint32_t count = 1; !cancelled_ && walk.next(); ++count) {
+        if (choice_.contains(walk.member().name)) total_ += walk.member().original;
+        if (count % kMembersAtOnce == 0) cancelled_ = !ports_.progress({.state = ExtractProgress::State::Open});
+    }
 }
 
 void AceExtraction::member(AceWalk& walk) {
@@ -76,6 +91,7 @@ void AceExtraction::member(AceWalk& walk) {
     }
     // A folder of that name would have the library put the member into it, by the name that the archive gives.
     if ((existing && (*existing & attribute::kFolder) != 0) || !makeFolders(file)) return failed(member, code::kWrite);
+    written_ = 0;
     if (!report(ExtractProgress::State::Begin, member, file)) return;
     const std::int32_t answer = member.encrypted() ? unpackEncrypted(walk, file) : unpack(walk, file);
     if (answer == code::kOk) {
@@ -101,7 +117,14 @@ void AceExtraction::failed(const AceMember& member, std::int32_t answer) {
 }
 
 std::int32_t AceExtraction::unpack(AceWalk& walk, const std::wstring& file) {
-    return walk.process(abi::kExtract, file);
+    written_ = 0;
+    if (!ports_.progress) return walk.process(abi::kExtract, file);
+    const std::int32_t answer = walk.process(abi::kExtract, file, [&](std::uint32_t bytes) {
+        // A damaged header says less than there is.
+        written_ += std::min(bytes, walk.member().original - std::min(walk.member().original, written_));
+        return report(ExtractProgress::State::Working, walk.member(), file);
+    });
+    return cancelled_ ? code::kUser : answer;
 }
 
 std::int32_t AceExtraction::unpackEncrypted(AceWalk& walk, const std::wstring& file) {
@@ -153,7 +176,13 @@ bool AceExtraction::makeFolder(const std::wstring& folder) {
 
 bool AceExtraction::report(ExtractProgress::State state, const AceMember& member, const std::wstring& file) {
     if (!ports_.progress) return true;
-    cancelled_ = !ports_.progress({.state = state, .member = member.name, .file = file, .size = member.original});
+    cancelled_ = !ports_.progress({.state = state,
+                                   .member = member.name,
+                                   .file = file,
+                                   .size = member.original,
+                                   .written = written_,
+                                   .done = done_ + written_,
+                                   .total = total_});
     return !cancelled_;
 }
 

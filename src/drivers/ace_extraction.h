@@ -50,6 +50,7 @@ private:
     [[nodiscard]] std::int32_t unpack(AceWalk& walk, const std::wstring& file);
     [[nodiscard]] std::int32_t unpackEncrypted(AceWalk& walk, const std::wstring& file);
     bool askPassword();
+    void measure();
     bool report(ExtractProgress::State state, const AceMember& member, const std::wstring& file);
 
     const AceExtractOptions& options_;
@@ -65,6 +66,8 @@ private:
     bool anyChosen_ = false;
     std::vector<std::wstring> failures_;  ///< names of the first ones
     std::size_t failureCount_ = 0;
+    std::uint64_t total_ = 0, done_ = 0;  ///< bytes of all members, and of those that it is through with
+    std::uint32_t written_ = 0;           ///< bytes of the current one
     ExtractResult result_;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,11 @@ struct AceMember {
     [[nodiscard]] bool folder() const noexcept { return (attributes & 0x10) != 0; }
 };
 
+/// Is told of each piece of a member's data as it is unpacked.
+/// @param bytes  of this piece
+/// @return false to cancel. An exception cancels.
+using AceDataSink = std::function<bool(std::uint32_t bytes)>;
+
 /// "UnAce.dll" as its driver sees it: texts are wide, a missing function answers like a failing one, and no call
 /// throws. Results are those of archiver::ace_abi::result.
 class AceLibrary {
@@ -36,8 +42,9 @@ public:
     virtual std::int32_t readHeader(archiver::ArchiveHandle archive, AceMember& member) = 0;
     /// @param operation    kSkip, kTest or kExtract; one of them has to follow each header
     /// @param destination  full path of the file that the member becomes; empty where there is none
+    /// @param data         may be empty. Not every library tells it anything.
     virtual std::int32_t processFile(archiver::ArchiveHandle archive, std::int32_t operation,
-                                     std::wstring_view destination) = 0;
+                                     std::wstring_view destination, const AceDataSink& data) = 0;
     virtual std::int32_t setPassword(archiver::ArchiveHandle archive, std::wstring_view password) = 0;
     virtual std::int32_t close(archiver::ArchiveHandle archive) = 0;
 

@@ -30,15 +30,15 @@ bool AceWalk::next() {
 
 bool AceWalk::step() {
     if (code_ != result::kOk) return false;
-    if (!processed_) code_ = library_.processFile(handle_, abi::kSkip, {});
+    if (!processed_) code_ = library_.processFile(handle_, abi::kSkip, {}, {});
     if (code_ == result::kOk) code_ = library_.readHeader(handle_, member_);
     processed_ = false;
     return code_ == result::kOk;
 }
 
-std::int32_t AceWalk::process(std::int32_t operation, std::wstring_view destination) {
+std::int32_t AceWalk::process(std::int32_t operation, std::wstring_view destination, const AceDataSink& data) {
     processed_ = true;
-    return library_.processFile(handle_, operation, destination);
+    return library_.processFile(handle_, operation, destination, data);
 }
 
 std::int32_t AceWalk::setPassword(std::wstring_view password) { return library_.setPassword(handle_, password); }

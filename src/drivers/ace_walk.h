@@ -26,7 +26,8 @@ public:
     [[nodiscard]] const AceMember& member() const noexcept { return member_; }
 
     /// Tests or unpacks the current member.
-    std::int32_t process(std::int32_t operation, std::wstring_view destination = {});
+    /// @param data  may be empty
+    std::int32_t process(std::int32_t operation, std::wstring_view destination = {}, const AceDataSink& data = {});
     std::int32_t setPassword(std::wstring_view password);
 
     /// Makes the current member one that can be processed once more: the archive is opened anew and gone through up to

@@ -20,6 +20,26 @@ union OpenRecord {
     char bytes[sizeof(abi::NaturalOpenArchiveData) + 16];
 };
 
+/// Who is told of the data that the calling thread's library unpacks: the callback itself is told nothing else.
+thread_local const AceDataSink* currentSink = nullptr;
+
+class CurrentSink {
+public:
+    explicit CurrentSink(const AceDataSink& sink) : outer_(std::exchange(currentSink, sink ? &sink : nullptr)) {}
+    ~CurrentSink() { currentSink = outer_; }
+    CurrentSink(const CurrentSink&) = delete;
+    CurrentSink& operator=(const CurrentSink&) = delete;
+
+private:
+    const AceDataSink* outer_;
+};
+
+/// @return 0 to cancel
+std::int32_t ARCHIVER_CALL takeData(std::uint8_t*, std::int32_t size) noexcept {
+    if (currentSink == nullptr || size <= 0) return 1;
+    return guarded(0, [size] { return (*currentSink)(static_cast<std::uint32_t>(size)) ? 1 : 0; });
+}
+
 struct HeaderRecord {
     abi::HeaderData data;
     char slack[16];
@@ -58,6 +78,9 @@ archiver::ArchiveHandle BoundAceLibrary::open(std::wstring_view fileName, std::u
         std::fill(std::begin(record.bytes), std::end(record.bytes), '\0');
         record.data.archiveName = name->data();
         record.data.openMode = mode;
+        // A library that reads the record in its other layout would take the callback for a wrong address. One that
+        // has our addition to the interface is known to read this one.
+        if (mode == abi::kOpenExtract && functions_.setUnicodeMode != nullptr) record.data.processData = &takeData;
         const archiver::ArchiveHandle archive = functions_.open(&record.data);
         code = record.data.openResult;
         if (code == result::kOk && archive == nullptr) code = result::kOpen;
@@ -92,11 +115,12 @@ std::int32_t BoundAceLibrary::readHeader(archiver::ArchiveHandle archive, AceMem
 }
 
 std::int32_t BoundAceLibrary::processFile(archiver::ArchiveHandle archive, std::int32_t operation,
-                                          std::wstring_view destination) {
+                                          std::wstring_view destination, const AceDataSink& data) {
     if (functions_.processFile == nullptr) return result::kOther;
     return guarded(result::kMemory, [&] {
         const std::optional<std::string> path = texts_.encode(destination);
         if (!path) return result::kWrite;
+        const CurrentSink sink(data);
         return functions_.processFile(archive, operation, path->empty() ? nullptr : path->c_str());
     });
 }

@@ -15,8 +15,8 @@ public:
 
     archiver::ArchiveHandle open(std::wstring_view fileName, std::uint32_t mode, std::int32_t& result) override;
     std::int32_t readHeader(archiver::ArchiveHandle archive, AceMember& member) override;
-    std::int32_t processFile(archiver::ArchiveHandle archive, std::int32_t operation,
-                             std::wstring_view destination) override;
+    std::int32_t processFile(archiver::ArchiveHandle archive, std::int32_t operation, std::wstring_view destination,
+                             const AceDataSink& data) override;
     std::int32_t setPassword(archiver::ArchiveHandle archive, std::wstring_view password) override;
     std::int32_t close(archiver::ArchiveHandle archive) override;
     const TextCodec& codec() override;

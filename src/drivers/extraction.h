@@ -37,6 +37,8 @@ struct ExtractProgress {
     std::wstring file = {};     ///< where it goes
     std::uint32_t size = 0;     ///< of the member, bytes; the convention has no more than 32 bits for it
     std::uint32_t written = 0;  ///< bytes
+    std::uint64_t done = 0;     ///< of all members, bytes
+    std::uint64_t total = 0;    ///< likewise; 0 where the library does not tell
 };
 
 /// @return false to cancel. Must not throw; an exception cancels.

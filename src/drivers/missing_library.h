@@ -47,7 +47,7 @@ public:
         return nullptr;
     }
     std::int32_t readHeader(archiver::ArchiveHandle, AceMember&) override { return archiver::ace_abi::result::kHandle; }
-    std::int32_t processFile(archiver::ArchiveHandle, std::int32_t, std::wstring_view) override {
+    std::int32_t processFile(archiver::ArchiveHandle, std::int32_t, std::wstring_view, const AceDataSink&) override {
         return archiver::ace_abi::result::kHandle;
     }
     std::int32_t setPassword(archiver::ArchiveHandle, std::wstring_view) override {

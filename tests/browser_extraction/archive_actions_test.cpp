@@ -34,15 +34,15 @@ protected:
         archive = LR"(C:\files\a.zip)";
         shell.files.addFolder(LR"(C:\files)");
         drive<cUnZip>();
-        library.members = {test::Member{.name = "docs/a.txt"}, test::Member{.name = "b c.txt"}};
+        library.members = {test::LibraryMember{.name = "docs/a.txt"}, test::LibraryMember{.name = "b c.txt"}};
         driver->SetArcFile(archive);
         folders.build(L"a.zip", driver->entries());
     }
     [[nodiscard]] ArchiveScene scene() const { return {owner, *driver, archive, folders, FolderModel::kRoot}; }
     [[nodiscard]] std::unique_ptr<ArchiveActions> make() {
         return std::make_unique<ArchiveActions>(
-            ArchiveActionsPorts{workFolder, shell.operations, shell.files, shell.messages, pump, launcher, dialogs,
-                                copies, lastFolder},
+            ArchiveActionsPorts{workFolder, shell.operations, shell.files, shell.messages, pump, progress, launcher,
+                                dialogs, copies, lastFolder},
             L"Some Font");
     }
 

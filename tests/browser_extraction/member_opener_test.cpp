@@ -15,7 +15,7 @@ protected:
     /// Opens the member of an archive that holds this one only.
     /// @param unpackedTo  the file that the library makes; empty: none
     bool open(const std::string& storedName, const std::wstring& unpackedTo) {
-        library.members = {test::Member{.name = storedName}};
+        library.members = {test::LibraryMember{.name = storedName}};
         driver->SetArcFile(archive);
         folders.build(L"a.xyz", driver->entries());
         library.whileRunning = [this, unpackedTo] {
@@ -135,7 +135,7 @@ TEST_F(MemberOpenerTest, OpensWhatIsThereAfterAnErrorOfItsLibrary) {
 }
 
 TEST_F(MemberOpenerTest, OpensNothingWhenTheWindowHasGone) {
-    library.members = {test::Member{.name = "a.txt"}};
+    library.members = {test::LibraryMember{.name = "a.txt"}};
     driver->SetArcFile(archive);
     library.whileRunning = [this] {
         shell.files.addFile(LR"(C:\Temp\a.txt)");

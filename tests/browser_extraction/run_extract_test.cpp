@@ -124,9 +124,87 @@ TEST_F(RunAceExtract, IsAlwaysASuccessWithoutAMessageOfItsOwn) {
     for (const auto& shown : shell.messages.shown) EXPECT_EQ(shown.title, L"ACE Message");
 }
 
-TEST_F(RunAceExtract, LetsMessagesRunBeforeEachMember) {
-    EXPECT_TRUE(run(driveAce(), L"*.*", L"-d"));
-    EXPECT_EQ(pump.times, 3) << "for two members, and afterwards";
+TEST_F(RunAceExtract, LetsMessagesRunWhenTimeHasPassed) {
+    ArchiveDriver& aceDriver = driveAce();
+    EXPECT_TRUE(run(aceDriver, L"*.*", L"-d"));
+    EXPECT_EQ(pump.times, 1) << "only afterwards: to look for messages takes longer than a small member";
+    ace.unpacks = [this](const AceMember&, const std::wstring&) { now += std::chrono::milliseconds(40); };
+    EXPECT_TRUE(run(aceDriver, L"*.*", L"-d"));
+    EXPECT_EQ(pump.times, 3) << "also between the two members";
+    EXPECT_TRUE(progress.owners.empty()) << "what is quick needs no dialog";
+}
+
+TEST_F(RunAceExtract, ShowsProgressOnceHalfASecondHasPassed) {
+    ace.members[0].original = 3000;
+    ace.members[1].original = 1000;
+    ArchiveDriver& aceDriver = driveAce();
+    ace.unpacks = [this](const AceMember&, const std::wstring&) { now += std::chrono::milliseconds(499); };
+    EXPECT_TRUE(run(aceDriver, L"*.*", L"-d"));
+    EXPECT_TRUE(progress.owners.empty());
+    ace.unpacks = [this](const AceMember&, const std::wstring&) { now += std::chrono::milliseconds(500); };
+    EXPECT_TRUE(run(aceDriver, L"*.*", L"-d"));
+    EXPECT_EQ(progress.owners, std::vector<WindowHandle>{owner});
+    EXPECT_EQ(progress.seen, (Calls{L"caption Extracting...", L"summary a.xyz", LR"(folder C:\out)", L"file b.txt",
+                                    L"bytes 3000 of 4000"}));
+    EXPECT_EQ(progress.open, 0) << "it goes with the extraction";
+}
+
+TEST_F(RunAceExtract, ShowsHowFarItIsInsideAMember) {
+    ace.members = {{.name = L"a", .original = 2048}, {.name = L"b", .original = 2048}};
+    ace.pieces = {1024, 1024};
+    ArchiveDriver& aceDriver = driveAce();
+    ace.unpacks = [this](const AceMember&, const std::wstring&) { now += std::chrono::milliseconds(500); };
+    EXPECT_TRUE(run(aceDriver, L"*.*", L"-d"));
+    EXPECT_EQ(progress.seen, (Calls{L"caption Extracting...", L"summary a.xyz", LR"(folder C:\out)", L"file a",
+                                    L"bytes 1024 of 4096", LR"(folder C:\out)", L"file b", L"bytes 3072 of 4096"}));
+}
+
+TEST_F(RunAceExtract, EndsInsideAMemberWhenTheUserCancels) {
+    ace.members = {{.name = L"a", .original = 4096}, {.name = L"b"}};
+    ace.pieces = {1024, 1024, 1024, 1024};
+    ArchiveDriver& aceDriver = driveAce();
+    ace.unpacks = [this](const AceMember&, const std::wstring& file) {
+        shell.files.addFile(file);
+        now += std::chrono::milliseconds(500);
+    };
+    progress.whilePending = [this] { progress.canceled = true; };
+    EXPECT_TRUE(run(aceDriver, L"*.*", L"-d"));
+    EXPECT_EQ(progress.seen.back(), L"bytes 1024 of 4096");
+    EXPECT_EQ(extracted(), (Calls{LR"(C:\out\a)"}));
+    EXPECT_FALSE(shell.files.attributes(LR"(C:\out\a)")) << "half a file";
+    EXPECT_TRUE(shell.messages.shown.empty()) << "the user knows";
+    EXPECT_FALSE(extraction.cancelled()) << "the window is there still";
+}
+
+TEST_F(RunAceExtract, EndsInsideAMemberWhenItsWindowHasGone) {
+    ace.members = {{.name = L"a", .original = 4096}, {.name = L"b"}};
+    ace.pieces = {1024, 1024};
+    ArchiveDriver& aceDriver = driveAce();
+    int looks = 0;
+    ace.unpacks = [this](const AceMember&, const std::wstring&) { now += std::chrono::milliseconds(50); };
+    pump.whilePending = [&] {
+        if (++looks == 1) extraction.cancel();
+    };
+    EXPECT_TRUE(run(aceDriver, L"*.*", L"-d"));
+    EXPECT_EQ(extracted(), (Calls{LR"(C:\out\a)"}));
+    EXPECT_TRUE(progress.owners.empty());
+}
+
+TEST_F(RunAceExtract, TurnsASecondOneAwayWhileItShowsProgress) {
+    ArchiveDriver& aceDriver = driveAce();
+    ace.unpacks = [this](const AceMember&, const std::wstring&) { now += std::chrono::milliseconds(500); };
+    bool second = true;
+    progress.whilePending = [&] { second = run(aceDriver, L"*.*", L"-d"); };
+    EXPECT_TRUE(run(aceDriver, L"*.*", L"-d"));
+    EXPECT_FALSE(second);
+    EXPECT_EQ(extracted().size(), 2U);
+}
+
+TEST_F(RunExtract, LeavesProgressToLibrariesWithCommandLines) {
+    ArchiveDriver& zip = drive<cUnZip>();
+    library.whileRunning = [this] { now += std::chrono::seconds(10); };
+    EXPECT_TRUE(run(zip));
+    EXPECT_TRUE(progress.owners.empty());
 }
 
 TEST_F(RunAceExtract, EndsAtTheNextMemberWhenItsWindowHasGone) {

@@ -1,5 +1,7 @@
 #include "browser/unpack_presenter.h"
 
+#include <algorithm>
+
 #include "browser_extraction/fakes/extraction_fixture.h"
 
 namespace tovar {
@@ -212,14 +214,19 @@ TEST_F(UnpackPresenterTest, RunsAceWithOrWithoutFolders) {
     ace.members.push_back(member);
     show(L"\"docs/a b.txt\"\r\n");
     presenter->onOk();
-    EXPECT_EQ(ace.calls, (std::vector<std::wstring>{LR"(open C:\a.xyz 1)", L"readHeader",
-                                                    LR"(extract C:\out\docs\a b.txt)", L"readHeader", L"close"}));
+    const auto unpacking = [this] {
+        // Before that the amount is counted.
+        const auto begin = std::ranges::find(ace.calls, LR"(open C:\a.xyz 1)");
+        return std::vector<std::wstring>(begin, ace.calls.end());
+    };
+    EXPECT_EQ(unpacking(), (std::vector<std::wstring>{LR"(open C:\a.xyz 1)", L"readHeader",
+                                                      LR"(extract C:\out\docs\a b.txt)", L"readHeader", L"close"}));
     ace.calls.clear();
     show();
     presenter->onKeepFolders(false);
     presenter->onOk();
-    EXPECT_EQ(ace.calls, (std::vector<std::wstring>{LR"(open C:\a.xyz 1)", L"readHeader", LR"(extract C:\out\a b.txt)",
-                                                    L"readHeader", L"close"}));
+    EXPECT_EQ(unpacking(), (std::vector<std::wstring>{LR"(open C:\a.xyz 1)", L"readHeader",
+                                                      LR"(extract C:\out\a b.txt)", L"readHeader", L"close"}));
     EXPECT_TRUE(library.calls.empty());
 }
 

@@ -62,6 +62,47 @@ protected:
     std::optional<cUnAce> ace;
 };
 
+TEST_F(RecordedAce, HearsOfDataFromALibraryOfTheBundledKind) {
+    install(Texts::Utf8);
+    session.script("entry name=a.txt original=4096\ndata 3\n");
+    std::vector<std::uint64_t> written;
+    ace->setProgress([&](const ExtractProgress& progress) {
+        written.push_back(progress.written);
+        return true;
+    });
+    EXPECT_EQ(ace->extract({.command = L"-d", .archive = L"C:\\a.ace", .folder = L"C:\\out", .members = L"*.*"}).code,
+              0);
+    EXPECT_EQ(written, (std::vector<std::uint64_t>{0, 1024, 2048, 3072}));
+}
+
+TEST_F(RecordedAce, CancelsTheLibraryInsideAMember) {
+    install(Texts::Utf8);
+    session.script("entry name=a.txt original=4096\nentry name=b.txt\ndata 1000000000\n");
+    ace->setProgress([&](const ExtractProgress& progress) { return progress.written < 2048; });
+    EXPECT_EQ(ace->extract({.command = L"-d", .archive = L"C:\\a.ace", .folder = L"C:\\out", .members = L"*.*"}).code,
+              255);
+    ace->setProgress([](const ExtractProgress& progress) -> bool {
+        if (progress.written > 0) throw std::bad_alloc();
+        return true;
+    });
+    EXPECT_EQ(ace->extract({.command = L"-d", .archive = L"C:\\a.ace", .folder = L"C:\\out", .members = L"*.*"}).code,
+              255)
+        << "what is thrown does not pass the library";
+}
+
+TEST_F(RecordedAce, GivesAnotherLibraryNoCallback) {
+    install(Texts::Ansi);
+    session.script("entry name=a.txt original=4096\ndata 3\n");
+    int calls = 0;
+    ace->setProgress([&](const ExtractProgress& progress) {
+        EXPECT_EQ(progress.state, ExtractProgress::State::Begin);
+        return ++calls > 0;
+    });
+    EXPECT_EQ(ace->extract({.command = L"-d", .archive = L"C:\\a.ace", .folder = L"C:\\out", .members = L"*.*"}).code,
+              0);
+    EXPECT_EQ(calls, 1);
+}
+
 TEST_F(RecordedAce, ListsEveryField) {
     session.script(
         "entry name=docs\\\\\\xC3\\xA4.txt original=1234567 packed=524691 crc=0x1A2B3C4D date=0x2AB1 time=0x8BDD"

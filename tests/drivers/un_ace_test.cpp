@@ -499,6 +499,51 @@ TEST_F(UnAce, TellsWhichMemberItIsAtAndCanBeCancelled) {
     EXPECT_FALSE(isFile(L"C:\\out\\b"));
 }
 
+TEST_F(UnAce, TellsHowFarItIsInAllChosenMembers) {
+    library.members = {{.name = L"a", .original = 30},
+                       {.name = L"left.out", .original = 500},
+                       {.name = L"b", .original = 12},
+                       {.name = L"docs", .attributes = 0x10}};
+    library.pieces = {10, 10};
+    Calls seen;
+    ace.setProgress([&](const ExtractProgress& progress) {
+        const bool begins = progress.state == ExtractProgress::State::Begin;
+        seen.push_back(progress.member + (begins ? L" begins " : L" ") + std::to_wstring(progress.written) + L", " +
+                       std::to_wstring(progress.done) + L" of " + std::to_wstring(progress.total));
+        return true;
+    });
+    EXPECT_EQ(
+        ace.extract({.command = L"-d", .archive = L"C:\\a.ace", .folder = L"C:\\out", .members = L"a b docs"}).code, 0);
+    EXPECT_EQ(seen, (Calls{L"a begins 0, 0 of 42", L"a 10, 10 of 42", L"a 20, 20 of 42", L"b begins 0, 30 of 42",
+                           L"b 10, 40 of 42", L"b 12, 42 of 42"}))
+        << "no member is larger than its header says";
+}
+
+TEST_F(UnAce, CanBeCancelledInsideAMember) {
+    library.members = {{.name = L"a", .original = 30}, {.name = L"b"}};
+    library.pieces = {10, 10, 10};
+    ace.setProgress([](const ExtractProgress& progress) { return progress.written < 20; });
+    const ExtractResult result =
+        ace.extract({.command = L"-d", .archive = L"C:\\a.ace", .folder = L"C:\\out", .members = L"*.*"});
+    EXPECT_EQ(result.code, 255);
+    EXPECT_FALSE(isFile(L"C:\\out\\a")) << "half a file";
+    EXPECT_FALSE(isFile(L"C:\\out\\b"));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(UnAce, CanBeCancelledWhileItCounts) {
+    library.members.assign(256, {.name = L"a", .original = 30});
+    int calls = 0;
+    ace.setProgress([&](const ExtractProgress& progress) {
+        EXPECT_EQ(progress.state, ExtractProgress::State::Open);
+        return ++calls > 1;
+    });
+    EXPECT_EQ(ace.extract({.command = L"-d", .archive = L"C:\\a.ace", .folder = L"C:\\out", .members = L"*.*"}).code,
+              255);
+    EXPECT_EQ(calls, 1);
+    EXPECT_FALSE(isFile(L"C:\\out\\a"));
+}
+
 TEST_F(UnAce, EndsWhenTheLibraryWasCancelled) {
     library.members = {{.name = L"a"}, {.name = L"b"}};
     library.answers = {{L"a", 255}};

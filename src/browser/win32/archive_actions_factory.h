@@ -14,19 +14,21 @@ class ArchiveActionsFactory {
 public:
     /// All of it outlives the factory and what it makes.
     ArchiveActionsFactory(WorkFolder& workFolder, PathOperations& paths, FileSystem& files, MessageBoxes& messages,
-                          MessagePump& pump)
+                          MessagePump& pump, ProgressDialogs& progress)
         : workFolder_(workFolder),
           paths_(paths),
           files_(files),
           messages_(messages),
           pump_(pump),
+          progress_(progress),
           launcher_(programs_, pump),
           copies_(files) {}
 
     [[nodiscard]] std::unique_ptr<BrowserActions> create(const BrowserRequest& request) {
-        return std::make_unique<ArchiveActions>(ArchiveActionsPorts{workFolder_, paths_, files_, messages_, pump_,
-                                                                    launcher_, dialogs_, copies_, lastFolder_},
-                                                request.fontName);
+        return std::make_unique<ArchiveActions>(
+            ArchiveActionsPorts{workFolder_, paths_, files_, messages_, pump_, progress_, launcher_, dialogs_, copies_,
+                                lastFolder_},
+            request.fontName);
     }
 
 private:
@@ -35,6 +37,7 @@ private:
     FileSystem& files_;
     MessageBoxes& messages_;
     MessagePump& pump_;
+    ProgressDialogs& progress_;
     WindowsPrograms programs_;
     ProgramLauncher launcher_;
     WindowsUnpackDialogs dialogs_;

@@ -6,6 +6,7 @@
 #include "browser/win32/archive_actions_factory.h"
 #include "browser/win32/browser_factory.h"
 #include "browser/win32/dialog_passwords.h"
+#include "browser/win32/windows_progress_dialogs.h"
 #include "create/bound_zip_library.h"
 #include "drivers/archiver_libraries.h"
 #include "drivers/library_finder.h"
@@ -64,7 +65,8 @@ private:
     WindowsMousePointer pointer_;
     WindowsMessagePump pump_;
     WindowsWindowSystem windows_;
-    ArchiveActionsFactory actions_{workFolder_, paths_, files_, messages_, pump_};
+    WindowsProgressDialogs progress_{regional_, [this] { return state_.fontName; }};
+    ArchiveActionsFactory actions_{workFolder_, paths_, files_, messages_, pump_, progress_};
     WindowsBrowserFactory browsers_{files_, messages_,
                                     [this](const BrowserRequest& request) { return actions_.create(request); }};
     PluginState state_;

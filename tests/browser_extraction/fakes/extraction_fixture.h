@@ -7,6 +7,7 @@
 
 #include "browser/run_extract.h"
 #include "browser/unpack_presenter.h"
+#include "browser_extraction/fakes/fake_progress_dialogs.h"
 #include "browser_extraction/fakes/fake_unpack_view.h"
 #include "drivers/fakes/fake_ace_library.h"
 #include "drivers/fakes/fake_archiver_library.h"
@@ -69,7 +70,9 @@ public:
     RegionalSettings regional;
     CountingPump pump;
     WorkFolder workFolder{shell.operations, shell.files, shell.paths};
-    Extraction extraction{shell.messages, pump};
+    FakeProgressDialogs progress;
+    std::chrono::milliseconds now{0};
+    Extraction extraction{shell.messages, pump, progress, [this] { return now; }};
     std::unique_ptr<ArchiveDriver> driver;
     std::wstring archive = LR"(C:\a.xyz)";
     std::string listed;  ///< content of the list file while the library had it

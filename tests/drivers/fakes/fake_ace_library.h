@@ -22,6 +22,7 @@ public:
     std::wstring unspeakable = L"\x2603";  ///< a password that its texts cannot hold
     /// Does what unpacking does to the disk.
     std::function<void(const AceMember& member, const std::wstring& destination)> unpacks;
+    std::vector<std::uint32_t> pieces;  ///< of data that each member is told to have
     Utf8Codec utf8;
 
     archiver::ArchiveHandle open(std::wstring_view fileName, std::uint32_t mode, std::int32_t& result) override {
@@ -42,8 +43,8 @@ public:
         needsProcessing_ = true;
         return 0;
     }
-    std::int32_t processFile(archiver::ArchiveHandle archive, std::int32_t operation,
-                             std::wstring_view destination) override {
+    std::int32_t processFile(archiver::ArchiveHandle archive, std::int32_t operation, std::wstring_view destination,
+                             const AceDataSink& data) override {
         static constexpr const wchar_t* kWords[] = {L"skip", L"test", L"extract"};
         calls.push_back(kWords[operation] + (destination.empty() ? L"" : L" " + std::wstring(destination)));
         if (archive != this || !needsProcessing_) return 129;
@@ -53,6 +54,9 @@ public:
         if (member.encrypted() && given_.empty()) return 131;
         if (member.encrypted() && given_ != password) return wrongPassword;
         if (operation == 2 && unpacks) unpacks(member, std::wstring(destination));
+        for (const std::uint32_t bytes : pieces) {
+            if (data && !data(bytes)) return 255;
+        }
         const auto found = answers.find(member.name);
         return found == answers.end() ? 0 : found->second;
     }

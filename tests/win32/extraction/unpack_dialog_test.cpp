@@ -11,10 +11,12 @@
 #include <vector>
 
 #include "browser/fakes/fake_driver.h"
+#include "browser/win32/windows_progress_dialogs.h"
 #include "shell/fakes/fake_message_boxes.h"
 #include "shell/win32/folder_dialog_controls.h"
 #include "shell/win32/handles.h"
 #include "shell/win32/pending_messages.h"
+#include "shell/win32/regional_settings.h"
 #include "shell/win32/windows_file_system.h"
 #include "shell/win32/windows_system_information.h"
 #include "shell/win32/windows_system_paths.h"
@@ -66,7 +68,9 @@ protected:
     PathOperations paths{disk, systemPaths, information, messages};
     WorkFolder workFolder{paths, disk, systemPaths};
     Pump pump;
-    Extraction extraction{messages, pump};
+    const RegionalSettings regional = loadRegionalSettings();
+    WindowsProgressDialogs progress{regional, [] { return std::wstring(); }};
+    Extraction extraction{messages, pump, progress};
     FakeDriver driver;
     std::wstring archive = LR"(C:\some folder\some archive.zip)";
     std::wstring fontName;

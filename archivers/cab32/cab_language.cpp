@@ -128,7 +128,7 @@ ReturnCode takeSources(std::string_view line, std::span<const CommandWord> words
     for (std::string& name : command.pack.names) {
         std::replace(name.begin(), name.end(), '\\', '/');
         // The base folder itself, and not the root of a disk.
-        if (name.find_first_not_of('/') == std::string::npos) name = ".";
+        if (name.find_first_not_of('/') == std::string::npos) name.assign(1, '.');
     }
     return code;
 }

@@ -110,7 +110,7 @@ ReturnCode MemberPacking::readPieces(const InputFile& file, Output& output) {
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(pieceSize_, size - member.originalSize));
         piece->history = history.size();
         piece->bytes = std::move(history);
-        piece->bytes.resize(piece->history + wanted);
+        piece->bytes.insert(piece->bytes.end(), wanted, 0);
         const std::span<char> room(reinterpret_cast<char*>(piece->bytes.data()) + piece->history, wanted);
         const std::optional<std::size_t> got = file.readAt(member.originalSize, room);
         if (!got) {

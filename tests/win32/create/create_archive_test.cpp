@@ -1,0 +1,174 @@
+// Archives created as a host has it done: by the component, with the real dialog.
+
+#include <fstream>
+
+#include "win32/create/pack_controls.h"
+#include "win32/system/support/system_fixture.h"
+#include "win32/system/support/waiting.h"
+
+namespace tovar::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+class CreateByDialog : public SystemFixture {
+protected:
+    CreateByDialog() {
+        fs::create_directories(base / "sub" / "deep");
+        std::ofstream(base / "a.txt", std::ios::binary) << std::string(5000, 'a');
+        std::ofstream(base / "sub" / "b.txt", std::ios::binary) << "some text";
+        std::ofstream(base / "sub" / "deep" / "c.bin", std::ios::binary) << std::string(70000, '\1');
+    }
+
+    /// @param use  ends by pressing Ok or Cancel
+    void createArchive(const std::wstring& name, const std::wstring& list,
+                       const std::function<void(const PackControls&)>& use) {
+        const PackDialogUser user([&](HWND dialog) {
+            EXPECT_TRUE(busy());
+            use({dialog});
+        });
+        VARIANT_BOOL result = VARIANT_TRUE;
+        const std::wstring file = (base.parent_path() / "out" / name).native();
+        EXPECT_EQ(object->CreateArchive(makeBstr(file).get(), makeBstr(base.native()).get(), makeBstr(list).get(),
+                                        &host.object, &result),
+                  S_OK);
+        EXPECT_EQ(result, VARIANT_FALSE);
+        EXPECT_EQ(user.times(), 1);
+        EXPECT_FALSE(busy());
+        EXPECT_TRUE(::IsWindowEnabled(host.window()));
+        EXPECT_EQ(progressWindows(), 0);
+    }
+    static int progressWindows() {
+        int count = 0;
+        for (HWND window = nullptr; (window = ::FindWindowExW(nullptr, window, L"#32770", nullptr)) != nullptr;) {
+            if (::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId()) ++count;
+        }
+        return count;
+    }
+    [[nodiscard]] fs::path made(const wchar_t* name) const { return base.parent_path() / "out" / name; }
+    static std::string logged(const fs::path& path) {
+        std::string written;
+        for (const wchar_t each : path.native()) {
+            written += each == L'\\' ? std::string("\\x5C") : std::string(1, static_cast<char>(each));
+        }
+        return written;
+    }
+    /// Leaves a copy where other programs can read it, if somebody has named a folder for that.
+    static void keep(const fs::path& file) {
+        const wchar_t* const folderToKeep = ::_wgetenv(L"TOVAREX_KEEP_ARCHIVES");
+        if (folderToKeep == nullptr) return;
+        fs::copy_file(file, fs::path(folderToKeep) / file.filename(), fs::copy_options::overwrite_existing);
+    }
+    /// The one line of the log that begins so.
+    std::string lineOf(const std::string& start) {
+        std::string found;
+        for (const std::string& line : session.log()) {
+            if (line.starts_with(start)) found += line;
+        }
+        return found;
+    }
+
+    const recording::Session session;
+    const fs::path base = fs::path(folder.path()) / "base";
+};
+
+TEST_F(CreateByDialog, HandsNamesToTheZipLibrary) {
+    libraries.recorded(L"InfoZip32.dll");
+    session.script("zip message adding: a.txt\\n\nzip service a.txt\n");
+    create();
+    createArchive(L"new.zip", L"a.txt\r\nsub\r\n", [](const PackControls& dialog) {
+        EXPECT_EQ(dialog.items(IDC_CMB_PACKER), (Texts{L"Zip"}));
+        EXPECT_TRUE(dialog.isChecked(IDC_CHK_ARC)) << "a folder is among the names";
+        dialog.press(IDOK);
+    });
+    EXPECT_EQ(lineOf("ZpArchive "), "ZpArchive 3 \"" + logged(made(L"new.zip")) + R"(" "a.txt" "a.txt" "sub\x5C*.*")");
+    EXPECT_EQ(lineOf("ZpService "), "ZpService 0");
+    EXPECT_TRUE(fs::is_directory(made(L""))) << "the archive's folder is made";
+    EXPECT_TRUE(boxes.seen.empty());
+}
+
+TEST_F(CreateByDialog, TellsWhatTheZipLibraryAnswers) {
+    libraries.recorded(L"InfoZip32.dll");
+    session.script("code 18\n");
+    create();
+    createArchive(L"new.zip", L"a.txt", [](const PackControls& dialog) { dialog.press(IDOK); });
+    ASSERT_EQ(boxes.seen.size(), 1U);
+    EXPECT_EQ(boxes.seen[0].title, L"Compression Error");
+    EXPECT_EQ(boxes.seen[0].text, L"Could Not Open A Specified File To Read Error");
+    EXPECT_TRUE(boxes.seen[0].exclamation);
+}
+
+TEST_F(CreateByDialog, CancelRunsNothing) {
+    libraries.recorded(L"InfoZip32.dll");
+    create();
+    createArchive(L"new.zip", L"a.txt", [](const PackControls& dialog) { dialog.press(IDCANCEL); });
+    EXPECT_EQ(session.log(), Lines{});
+    EXPECT_FALSE(fs::exists(made(L"")));
+}
+
+TEST_F(CreateByDialog, HandsALineToTheLzhLibrary) {
+    libraries.recorded(L"UnLha32.dll");
+    session.script("lists 1\n");
+    create();
+    session.clearLog();
+    createArchive(L"new.zip", L"a.txt\r\nsub\r\ngone.txt", [](const PackControls& dialog) {
+        EXPECT_EQ(dialog.items(IDC_CMB_PACKER), (Texts{L"Lha"}));
+        EXPECT_TRUE(dialog.text(IDC_TXT_ARC_FILE).ends_with(L"\\new.lzh"));
+        dialog.press(IDOK);
+    });
+    const std::string line = lineOf("Unlha 0x");
+    EXPECT_NE(line.find(" \"a -r2 -x1  " + logged(made(L"new.lzh")) + ' ' + logged(base) + R"(\x5C @)"),
+              std::string::npos)
+        << line;
+    EXPECT_NE(line.find("VTL"), std::string::npos) << line;
+    EXPECT_NE(lineOf("UnlhaList ").find(R"("a.txt\x0D\x0Asub\x0D\x0A")"), std::string::npos) << lineOf("UnlhaList ");
+}
+
+TEST_F(CreateByDialog, HandsALineToTheCabLibrary) {
+    libraries.recorded(L"Cab32.dll");
+    session.script("lists 1\ncode 0x8011\n");
+    create();
+    session.clearLog();
+    createArchive(L"new.cab", L"a.txt\r\nsub", [](const PackControls& dialog) {
+        EXPECT_EQ(dialog.items(IDC_CMB_PACKER), (Texts{L"Cab"}));
+        dialog.press(IDOK);
+    });
+    const std::string line = lineOf("Cab 0x");
+    EXPECT_NE(line.find(" \"-a -mz -k -r  " + logged(made(L"new.cab")) + ' ' + logged(base) + R"(\x5C @)"),
+              std::string::npos)
+        << line;
+    EXPECT_NE(lineOf("CabList ").find(R"("a.txt\x0D\x0Asub\x5C\x0D\x0A")"), std::string::npos) << lineOf("CabList ");
+    ASSERT_EQ(boxes.seen.size(), 1U);
+    EXPECT_EQ(boxes.seen[0].title, L"CAB Message");
+}
+
+struct RealCase {
+    const char* name;
+    const wchar_t* library;
+    const wchar_t* reader;
+    const wchar_t* archive;
+};
+class CreateForReal : public CreateByDialog, public testing::WithParamInterface<RealCase> {};
+TEST_P(CreateForReal, MakesAnArchiveThatOpens) {
+    libraries.bundled(GetParam().library);
+    if (std::wstring_view(GetParam().reader) != GetParam().library) libraries.bundled(GetParam().reader);
+    create();
+    createArchive(GetParam().archive, L"a.txt\r\nsub", [](const PackControls& dialog) { dialog.press(IDOK); });
+    EXPECT_TRUE(boxes.seen.empty()) << (boxes.seen.empty() ? "" : testing::PrintToString(boxes.seen[0].text));
+    const fs::path file = made(GetParam().archive);
+    ASSERT_TRUE(fs::exists(file));
+    EXPECT_LT(fs::file_size(file), 5000U) << "what was packed is 75,009 bytes of little sense";
+    ASSERT_TRUE(open(file.native()));
+    EXPECT_EQ(browser().rowCount(), 2) << "a file and a folder";
+    EXPECT_TRUE(boxes.seen.empty());
+    keep(file);
+}
+INSTANTIATE_TEST_SUITE_P(Kinds, CreateForReal,
+                         testing::Values(RealCase{"Zip", L"InfoZip32.dll", L"UnZip32.dll", L"new.zip"},
+                                         RealCase{"Lzh", L"UnLha32.dll", L"UnLha32.dll", L"new.lzh"},
+                                         RealCase{"Cab", L"Cab32.dll", L"Cab32.dll", L"new.cab"}),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+}  // namespace
+}  // namespace tovar::test

@@ -9,7 +9,7 @@
 namespace tovar::host {
 namespace {
 
-std::string lineOf(const test::LibraryMember& member) {
+std::string lineOf(const test::Member& member) {
     test::FakeDriver driver;
     driver.members = {member};
     driver.SetArcFile(L"a.zip");
@@ -18,7 +18,7 @@ std::string lineOf(const test::LibraryMember& member) {
     return line;
 }
 
-std::string jsonOf(const test::LibraryMember& member) {
+std::string jsonOf(const test::Member& member) {
     test::FakeDriver driver;
     driver.members = {member};
     driver.SetArcFile(L"a.zip");
@@ -28,7 +28,7 @@ std::string jsonOf(const test::LibraryMember& member) {
 }
 
 TEST(ListLine, HasEveryFieldInItsPlace) {
-    const test::LibraryMember member{
+    const test::Member member{
         .storedName = L"docs/read me.txt", .original = 1234567, .packed = 524691, .ratio = 425, .crc = 0x1A2B3C4D};
     EXPECT_EQ(std::string(kListHeading),
               "      Original         Packed   Ratio  Date      Time      Attr  Type     CRC   Name\n");
@@ -43,7 +43,7 @@ TEST(ListLine, IsOneLineWhateverTheName) {
 }
 
 TEST(ListJson, HasNumbersAsNumbers) {
-    const test::LibraryMember member{
+    const test::Member member{
         .storedName = L"docs/a\nb", .original = 5368709120, .packed = 3, .ratio = -1, .crc = 0xABCD};
     EXPECT_EQ(jsonOf(member),
               R"({"path":"docs\\","name":"a\u000ab","original":5368709120,"packed":3,"ratio":-0.1,)"

@@ -9,6 +9,7 @@
 #include "host/console/json_text.h"
 #include "host/console/listing.h"
 #include "host/console/member_list.h"
+#include "host/console/packing.h"
 #include "host/console/progress_line.h"
 
 namespace tovar::host {
@@ -65,6 +66,12 @@ int Console::run(const Arguments& arguments) {
             return forEach(arguments, &Console::test);
         case Arguments::Command::Extract:
             return forEach(arguments, &Console::extract);
+        case Arguments::Command::Create:
+        case Arguments::Command::Add:
+        case Arguments::Command::Delete: {
+            ConsoleMessages messages(output_);
+            return Packing(output_, system_, messages).run(arguments);
+        }
         case Arguments::Command::Unknown:
             break;
     }

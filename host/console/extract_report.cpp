@@ -18,10 +18,9 @@ void forEachLine(std::wstring_view text, Use use) {
     }
 }
 
-}  // namespace
-
-void appendResult(std::string& out, std::wstring_view archive, std::wstring_view folder, const ExtractResult& result,
-                  bool json) {
+/// @param key  of the folder; without one it is left out
+void append(std::string& out, std::wstring_view archive, std::string_view key, std::wstring_view folder,
+            const ExtractResult& result, bool json) {
     if (!json) {
         forEachLine(result.text, [&out](std::wstring_view line) {
             appendPrintable(out, line);
@@ -32,8 +31,10 @@ void appendResult(std::string& out, std::wstring_view archive, std::wstring_view
     }
     out += "{\"archive\":";
     appendJson(out, archive);
-    out += ",\"to\":";
-    appendJson(out, folder);
+    if (!key.empty()) {
+        (((out += ',') += '"') += key) += "\":";
+        appendJson(out, folder);
+    }
     out += result.failed || result.nothingChosen ? ",\"good\":false" : ",\"good\":true";
     out += ",\"code\":" + std::to_string(result.code) + ",\"message\":";
     appendJson(out, result.message);
@@ -45,6 +46,18 @@ void appendResult(std::string& out, std::wstring_view archive, std::wstring_view
         appendJson(out, line);
     });
     out += result.cut ? "],\"cut\":true}\n" : "],\"cut\":false}\n";
+}
+
+}  // namespace
+
+void appendResult(std::string& out, std::wstring_view archive, std::wstring_view folder, const ExtractResult& result,
+                  bool json) {
+    append(out, archive, "to", folder, result, json);
+}
+
+void appendChange(std::string& out, std::wstring_view archive, std::wstring_view folder, const ExtractResult& result,
+                  bool json) {
+    append(out, archive, folder.empty() ? "" : "from", folder, result, json);
 }
 
 }  // namespace tovar::host

@@ -11,4 +11,9 @@ namespace tovar::host {
 void appendResult(std::string& out, std::wstring_view archive, std::wstring_view folder, const ExtractResult& result,
                   bool json);
 
+/// What came of making or changing an archive, likewise.
+/// @param folder  what the files' names are relative to; empty where none are packed
+void appendChange(std::string& out, std::wstring_view archive, std::wstring_view folder, const ExtractResult& result,
+                  bool json);
+
 }  // namespace tovar::host

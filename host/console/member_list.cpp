@@ -19,10 +19,14 @@ MemberList::MemberList(const std::vector<std::wstring>& members, const TextCodec
         argument_ = memberArgument(members.front());
         return;
     }
+    file_.emplace(memberRows(members), codec, workFolder, files);
+    argument_ = file_->argument();
+}
+
+std::wstring memberRows(const std::vector<std::wstring>& members) {
     std::wstring rows;
     for (const std::wstring& member : members) rows += memberArgument(member) + L"\r\n";
-    file_.emplace(rows, codec, workFolder, files);
-    argument_ = file_->argument();
+    return rows;
 }
 
 }  // namespace tovar::host

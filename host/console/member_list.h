@@ -27,4 +27,7 @@ private:
     std::optional<ListFile> file_;
 };
 
+/// Members as rows of a list file.
+[[nodiscard]] std::wstring memberRows(const std::vector<std::wstring>& members);
+
 }  // namespace tovar::host

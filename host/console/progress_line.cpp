@@ -13,13 +13,18 @@ constexpr std::string_view kErase = "\r\x1B[K";
 void ProgressLine::show(const ExtractProgress& progress) {
     if (progress.state == ExtractProgress::State::End) return clear();
     if (progress.member.empty()) return;
-    std::wstring name = progress.member;
+    std::string amount = std::to_string(progress.written);
+    if (progress.size > 0) amount += " of " + std::to_string(progress.size);
+    put(progress.member, amount + " bytes");
+}
+
+void ProgressLine::showShare(const std::wstring& name, int share) { put(name, std::to_string(share) + '%'); }
+
+void ProgressLine::put(std::wstring name, const std::string& amount) {
     if (name.size() > kNameWidth) name.replace(0, name.size() - kNameWidth + 3, L"...");
     std::string line;
     appendPrintable(line, name);
-    line += "  " + std::to_string(progress.written);
-    if (progress.size > 0) line += " of " + std::to_string(progress.size);
-    line += " bytes";
+    line += "  " + amount;
     if (line == shown_) return;
     shown_ = line;
     output_.writeError(std::string(kErase) + line);

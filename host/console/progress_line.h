@@ -15,9 +15,13 @@ public:
     ProgressLine& operator=(const ProgressLine&) = delete;
 
     void show(const ExtractProgress& progress);
+    /// @param share  of the whole operation, in per cent
+    void showShare(const std::wstring& name, int share);
     void clear();
 
 private:
+    void put(std::wstring name, const std::string& amount);
+
     ConsoleOutput& output_;
     std::string shown_;
 };

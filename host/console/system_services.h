@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "create/bound_zip_library.h"
 #include "drivers/library_finder.h"
 #include "front/kind_table.h"
 #include "front/library_check.h"
@@ -41,6 +42,9 @@ public:
     [[nodiscard]] bool reads(const KindRow& row) { return !CheckKind(row, drivers(), operations_).empty(); }
 
     [[nodiscard]] WindowHandle questionOwner() { return parts_.questionOwner.get(); }
+    [[nodiscard]] ZipLibraries& zipLibraries() { return zipLibraries_; }
+    [[nodiscard]] TerminalPasswords& passwords() { return passwords_; }
+    [[nodiscard]] SystemPaths& paths() { return *parts_.paths; }
     [[nodiscard]] FileSystem& files() { return *parts_.files; }
     /// The system's folder for temporary files.
     [[nodiscard]] WorkFolder& workFolder() {
@@ -56,6 +60,7 @@ private:
     std::unique_ptr<ModuleLoader> loader_ = systemModuleLoader();
     LibraryFinder finder_{*parts_.paths, *parts_.files, *folders_, parts_.programFolder};
     ArchiverLibraries libraries_{*loader_, finder_, *parts_.ansi, *parts_.paths};
+    FoundZipLibraries zipLibraries_{*loader_, finder_, *parts_.ansi, *parts_.paths};
     PathOperations operations_{*parts_.files, *parts_.paths, *parts_.information, messages_};
     WorkFolder workFolder_{operations_, *parts_.files, *parts_.paths};
 };

@@ -1,6 +1,7 @@
 #include "host/console/terminal_passwords.h"
 
 #include "host/console/json_text.h"
+#include "shell/secret_text.h"
 
 namespace tovar::host {
 
@@ -11,5 +12,25 @@ std::optional<std::wstring> TerminalPasswords::ask(WindowHandle owner, std::wstr
     question += ": password: ";
     return input_->ask(question);
 }
+
+std::optional<std::wstring> TerminalPasswords::askNew(std::wstring_view archive) {
+    if (!input_) return std::nullopt;
+    std::string question;
+    appendPrintable(question, archive);
+    auto password = input_->ask(question + ": new password: ");
+    if (!password || password->empty()) return std::nullopt;
+    auto again = input_->ask(question + ": once more: ");
+    const bool same = again == password;
+    if (again) wipe(*again);
+    if (same) return password;
+    wipe(*password);
+    return std::nullopt;
+}
+
+GivenPassword::~GivenPassword() {
+    if (password_) wipe(*password_);
+}
+
+std::optional<std::wstring> GivenPassword::ask(WindowHandle, std::wstring_view) { return password_; }
 
 }  // namespace tovar::host

@@ -68,5 +68,28 @@ TEST(ProgressLine, ShowsNoControlCharacters) {
     EXPECT_EQ(output.errors, "\r\x1B[Ka?]0;title?  0 bytes");
 }
 
+TEST(ProgressLine, ShowsHowMuchOfTheWholeIsDone) {
+    Recorder output;
+    ProgressLine line(output);
+    line.showShare(L"a.txt", 7);
+    line.showShare(L"a.txt", 7);
+    EXPECT_EQ(output.errors, "\r\x1B[Ka.txt  7%");
+}
+
+TEST(ChangeReport, NamesTheFolderThatFilesComeFrom) {
+    const ExtractResult result{.code = 5, .message = L"no", .text = L"one\r\ntwo", .failed = true};
+    std::string out;
+    appendChange(out, L"a.zip", L"/base", result, true);
+    EXPECT_EQ(out,
+              "{\"archive\":\"a.zip\",\"from\":\"/base\",\"good\":false,\"code\":5,\"message\":\"no\","
+              "\"output\":[\"one\",\"two\"],\"cut\":false}\n");
+    out.clear();
+    appendChange(out, L"a.zip", {}, {}, true);
+    EXPECT_EQ(out, "{\"archive\":\"a.zip\",\"good\":true,\"code\":0,\"message\":\"\",\"output\":[],\"cut\":false}\n");
+    out.clear();
+    appendChange(out, L"a.zip", L"/base", result, false);
+    EXPECT_EQ(out, "one\ntwo\n");
+}
+
 }  // namespace
 }  // namespace tovar::host

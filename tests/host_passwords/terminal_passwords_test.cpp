@@ -73,6 +73,29 @@ TEST(TerminalPasswords, ShowNoControlCharactersOfAName) {
     EXPECT_EQ(script.questions[0].find('\x1B'), std::string::npos);
 }
 
+TEST(NewPasswords, AreAskedForTwice) {
+    Script script{.answers = {L"secret", L"secret"}};
+    TerminalPasswords passwords(std::make_unique<ScriptedInput>(script));
+    EXPECT_EQ(passwords.askNew(L"a.zip"), L"secret");
+    EXPECT_EQ(script.questions, (std::vector<std::string>{"a.zip: new password: ", "a.zip: once more: "}));
+}
+
+TEST(NewPasswords, AreRefusedWhenTheyDifferOrAreEmpty) {
+    Script script{.answers = {L"secret", L"Secret", L"", L"secret"}};
+    TerminalPasswords passwords(std::make_unique<ScriptedInput>(script));
+    EXPECT_EQ(passwords.askNew(L"a.zip"), std::nullopt) << "another one the second time";
+    EXPECT_EQ(passwords.askNew(L"a.zip"), std::nullopt) << "empty";
+    EXPECT_EQ(passwords.askNew(L"a.zip"), std::nullopt) << "the input ends before it is given again";
+    EXPECT_EQ(TerminalPasswords(nullptr).askNew(L"a.zip"), std::nullopt) << "no terminal";
+}
+
+TEST(GivenPassword, IsGivenWithoutAQuestion) {
+    GivenPassword password;
+    EXPECT_EQ(password.ask(nullptr, L"a.zip"), std::nullopt);
+    password.give(L"secret");
+    EXPECT_EQ(password.ask(nullptr, L"a.zip"), L"secret");
+}
+
 // The whole way
 
 constexpr char kSecretText[] = "The quick brown fox jumps over the lazy dog";
@@ -114,15 +137,18 @@ protected:
         fs::remove_all(folder_, ignored);
     }
 
-    int extract(std::vector<std::wstring> options) {
-        std::vector<std::wstring> words = {L"extract", L"--to", (folder_ / "out").wstring()};
-        words.insert(words.end(), options.begin(), options.end());
-        words.push_back((folder_ / "a.ace").wstring());
+    int run(const std::vector<std::wstring>& words) {
         SystemParts parts = systemParts();
         parts.secrets = std::make_unique<ScriptedInput>(script);
         ConsoleMessages messages(output);
         SystemServices system(messages, std::move(parts));
         return Console(output, system).run(parseArguments(words));
+    }
+    int extract(std::vector<std::wstring> options) {
+        std::vector<std::wstring> words = {L"extract", L"--to", (folder_ / "out").wstring()};
+        words.insert(words.end(), options.begin(), options.end());
+        words.push_back((folder_ / "a.ace").wstring());
+        return run(words);
     }
     /// "-" for a file that is not there.
     std::string unpacked() const {
@@ -130,6 +156,8 @@ protected:
         if (!stream.is_open()) return "-";
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     }
+
+    [[nodiscard]] const fs::path& folder() const noexcept { return folder_; }
 
     Script script;
     Recorder output;
@@ -164,6 +192,41 @@ TEST_F(ConsolePassword, IsNotAskedForUnlessTheLineSaysSo) {
     EXPECT_EQ(extract({}), kBadArchive);
     EXPECT_EQ(unpacked(), "-");
     EXPECT_TRUE(script.questions.empty());
+}
+
+/// In the folder of the test, which names of sources are relative to.
+class ConsoleEncryption : public ConsolePassword {
+protected:
+    ConsoleEncryption() : before_(fs::current_path()) {
+        fs::current_path(folder());
+        std::ofstream("plain.txt", std::ios::binary) << "PLAINTEXT PLAINTEXT PLAINTEXT";
+    }
+    ~ConsoleEncryption() override { fs::current_path(before_); }
+
+    [[nodiscard]] std::string archive() const {
+        std::ifstream stream(folder() / "new.zip", std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    }
+
+private:
+    fs::path before_;
+};
+
+TEST_F(ConsoleEncryption, AsksForThePasswordOfANewArchive) {
+    script.answers = {L"secret", L"secret"};
+    EXPECT_EQ(run({L"create", L"--password", L"--level", L"0", L"new.zip", L"plain.txt"}), kGood) << output.errors;
+    const std::string bytes = archive();
+    ASSERT_GT(bytes.size(), 30U);
+    EXPECT_EQ(bytes[6] & 1, 1) << "the first member is marked as encrypted";
+    EXPECT_EQ(bytes.find("PLAINTEXT"), std::string::npos);
+    EXPECT_EQ((output.out + output.errors).find("secret"), std::string::npos);
+}
+
+TEST_F(ConsoleEncryption, MakesNothingWithoutAPassword) {
+    script.answers = {L"secret", L"other"};
+    EXPECT_EQ(run({L"create", L"--password", L"new.zip", L"plain.txt"}), kBadArchive);
+    EXPECT_NE(output.errors.find("there is no password, or not the same one twice"), std::string::npos);
+    EXPECT_FALSE(fs::exists("new.zip"));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// SampleHost.exe [--report] [ARCHIVE or FOLDER]
+// SampleHost.exe [--report] [--compress] [ARCHIVE or FOLDER]
 //
 // --report writes one line to standard output as soon as the window shows what it was started with: scripts wait for it
 // before they take a picture or a time.
@@ -40,6 +40,15 @@ void CALLBACK reportMessage(HWND, UINT, UINT_PTR timer, DWORD) {
     std::fflush(stdout);
 }
 
+/// Selects all that is in the folder and presses Compress.
+void compressAll(HWND host) {
+    LVITEMW item{};
+    item.state = item.stateMask = LVIS_SELECTED;
+    ::SendMessageW(::FindWindowExW(host, nullptr, WC_LISTVIEWW, nullptr), LVM_SETITEMSTATE, static_cast<WPARAM>(-1),
+                   reinterpret_cast<LPARAM>(&item));
+    ::SendMessageW(::FindWindowExW(host, nullptr, WC_BUTTONW, L"&Compress"), BM_CLICK, 0, 0);
+}
+
 double millisecondsSince(const LARGE_INTEGER& start) {
     LARGE_INTEGER now, frequency;
     ::QueryPerformanceCounter(&now);
@@ -50,11 +59,13 @@ double millisecondsSince(const LARGE_INTEGER& start) {
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    bool report = false;
+    bool report = false, compress = false;
     std::wstring path;
     for (int i = 1; i < count; ++i) {
         if (std::wcscmp(arguments[i], L"--report") == 0) {
             report = true;
+        } else if (std::wcscmp(arguments[i], L"--compress") == 0) {
+            compress = true;
         } else {
             path = arguments[i];
         }
@@ -73,6 +84,7 @@ int wmain(int count, wchar_t** arguments) {
             window.paintNow();
             LARGE_INTEGER begin;
             ::QueryPerformanceCounter(&begin);
+            if (compress) compressAll(window.hwnd());
             const bool shown = !archive.empty() && window.open(archive);
             window.paintNow();
             if (report) {

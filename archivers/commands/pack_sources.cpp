@@ -30,11 +30,13 @@ std::string folded(std::string_view utf8) {
 
 /// A name that is looked for in all folders is a pattern, even without "*" and "?"; a class of its first character is
 /// one.
-std::string searched(std::string name) {
+std::string searched(const std::string& name) {
     const std::size_t last = name.find_last_of("/\\") + 1;
     if (last == name.size() || name.find_first_of("*?[", last) != std::string::npos) return name;
     const std::size_t length = decodeCharacter(std::string_view(name).substr(last)).length;
-    return name.insert(last + length, "]").insert(last, "[");
+    std::string pattern = name.substr(0, last);
+    (((pattern += '[') += name.substr(last, length)) += ']') += name.substr(last + length);
+    return pattern;
 }
 
 /// Drops all folders from the names. @return false when two files had the same last part; the first one stays

@@ -22,12 +22,12 @@ constexpr LineCase kBuilt[] = {
     {"Extract", R"( x -a1 -c1 -f1 -jp1 -+ C:\a.lzh C:\out\ *.*)", "unpack replace no-space-check no-settings"},
     {"ExtractOverwriting", R"( x -a1 -c1 -f1 -jp1 -+ -m1 C:\a.lzh C:\out\ *.*)",
      "unpack replace no-space-check no-settings"},
-    {"Delete", R"(d C:\a.lzh docs/a.txt)", "0x8023"},
-    {"Add", R"(a -r2 -a1 -x1  C:\a.lzh docs/a.txt)", "0x8023"},
-    {"Update", R"(u -r2 -a1 -x1  C:\a.lzh docs/a.txt)", "0x8023"},
-    {"Freshen", R"(f -r2 -a1 -x1  C:\a.lzh docs/a.txt)", "0x8023"},
-    {"Move", R"(m -r2 -a1 -x1  C:\a.lzh docs/a.txt)", "0x8023"},
-    {"Pack", R"(a -r2 -x1  C:\a.lzh C:\base\ docs/a.txt)", "0x8023"},
+    {"Delete", R"(d C:\a.lzh docs/a.txt)", "delete"},
+    {"Add", R"(a -r2 -a1 -x1  C:\a.lzh docs/a.txt)", "pack add recurse hidden method=2"},
+    {"Update", R"(u -r2 -a1 -x1  C:\a.lzh docs/a.txt)", "pack update recurse hidden method=2"},
+    {"Freshen", R"(f -r2 -a1 -x1  C:\a.lzh docs/a.txt)", "pack freshen recurse hidden method=2"},
+    {"Move", R"(m -r2 -a1 -x1  C:\a.lzh docs/a.txt)", "pack add move recurse hidden method=2"},
+    {"Pack", R"(a -r2 -x1  C:\a.lzh C:\base\ docs/a.txt)", "pack add recurse method=2"},
 };
 constexpr LineCase kCommandRows[] = {
     {"X", "x a.lzh", "unpack replace newer no-hidden no-attributes"},
@@ -49,7 +49,17 @@ constexpr LineCase kCommandRows[] = {
     {"NoArchive", "x -a1", "0x8019"},
     {"DeleteWithoutNames", "d a.lzh", "0x802B"},
     {"DeleteBelowAFolderWithoutNames", R"(d a.lzh C:\base\)", "0x802B"},
-    {"DeleteEverything", "d a.lzh *.*", "0x8023"},
+    {"DeleteEverything", "d a.lzh *.*", "delete"},
+    {"AddWithoutSwitches", "a a.lzh x", "pack add flat method=2"},
+    {"AddSearching", "a -r1 a.lzh x", "pack add search-below flat method=2"},
+    {"AddWholeFolders", "a -d1 a.lzh x", "pack add recurse hidden folder-entries method=2"},
+    {"AddFolderEntriesOnlyWhenTheyAreEntered", "a -a2x1 a.lzh x", "pack add hidden method=2"},
+    {"AddStored", "a -x1 -jm0 a.lzh x", "pack add method=0"},
+    {"AddWithTheLargestWindow", "a -x1 -jm4 a.lzh x", "pack add method=4"},
+    {"AddWithoutADialog", "a -x1 -gn1 a.lzh x", "pack add method=2 no-progress"},
+    {"AddInAWorkFolder", R"(a -x1 -wC:\work a.lzh x)", "pack add method=2"},
+    {"AddWithoutAnArchive", "a -x1", "0x8019"},
+    {"MoveInUpperCase", "M -X1 a.lzh x", "pack add move method=2"},
 };
 constexpr LineCase kSwitchRows[] = {
     {"Attributes0", "x -a0 a.lzh", "unpack replace newer no-hidden no-attributes"},
@@ -131,6 +141,20 @@ TEST(LhaLanguage, AddsItsExtension) {
 
 TEST(LhaLanguage, TakesAPathFromTheRootForNoSwitch) {
     EXPECT_EQ(commandOf(kLhaLanguage, "t /work/a.lzh").archive, std::filesystem::path("/work/a.lzh"));
+}
+
+TEST(LhaLanguage, TakesBaseAndNamesToPack) {
+    const ScratchFile list("lha pack.lst", "docs\\*.*\r\n\"my file.txt\"\r\n");
+    const std::string line = R"(a -r2 -x1 -h1 -jx*.bak  "C:\my files\a b" C:\base\ @")" + list.name() + "\" x";
+    const Command command = commandOf(kLhaLanguage, line);
+    EXPECT_EQ(command.archive, std::filesystem::path(R"(C:\my files\a b.lzh)"));
+    EXPECT_EQ(command.pack.base, std::filesystem::path(R"(C:\base)"));
+    EXPECT_EQ(command.pack.names, (std::vector<std::string>{R"(docs\*.*)", "my file.txt", "x"}));
+    EXPECT_EQ(command.pack.excluded, (std::vector<std::string>{"*.bak"}));
+    EXPECT_EQ(command.pack.headerLevel, 1);
+    EXPECT_EQ(commandOf(kLhaLanguage, "a a.lzh x").pack.headerLevel, 2);
+    const ScratchFile empty("lha empty.lst", "");
+    EXPECT_EQ(described(kLhaLanguage, "a a.lzh @\"" + empty.name() + '"'), "0x802B");
 }
 
 const std::vector<std::string> kMembers = {

@@ -113,9 +113,58 @@ TEST_F(LhaLibrary, UnpacksWhatIsPacked) {
     std::filesystem::permissions(run.target() / "gpl-2", std::filesystem::perms::all);
 }
 
+class LhaLibraryPacking : public LhaLibrary {
+protected:
+    void SetUp() override {
+        run.archive = run.scratch.write("a.lzh", "");
+        std::filesystem::remove(run.archive);
+        run.scratch.write("base/docs/equal", std::string(100000, 'e'));
+        run.scratch.write("base/one", "1");
+    }
+
+    [[nodiscard]] std::string base() const {
+        std::filesystem::path folder = run.scratch.path() / "base";
+        return '"' + (folder / "").make_preferred().string() + '"';
+    }
+};
+
+TEST_F(LhaLibraryPacking, TellsOfEachStepInItsWords) {
+    run.scratch.write("list", "one\r\ndocs\r\ngone\r\n");
+    EXPECT_EQ(run("a -r2 -x1  ARC " + base() + " @list"), 0x800F) << run.text();
+    EXPECT_EQ(run.text(), "\r\nCreating archive : " + run.archive +
+                              "\r\n\r\nSkipped  gone : not found\r\n"
+                              "Frozen   ==> 100% one\r\nFrozen   ==>   0% docs/equal\r\n"
+                              "Error(0x800f): no such member\r\n");
+    EXPECT_EQ(run("a ARC " + base() + " one"), 0) << run.text();
+    EXPECT_EQ(run.text(), "\r\nUpdating archive : " + run.archive + "\r\n\r\nFrozen   ==> 100% one\r\n");
+    EXPECT_EQ(run("u ARC " + base() + " one"), 0) << run.text();
+    EXPECT_EQ(run.text(), "\r\nUpdating archive : " + run.archive + "\r\n\r\n") << "nothing is newer";
+    makeNew(run.scratch.write("base/one", "22"));
+    EXPECT_EQ(run("f ARC " + base() + " one"), 0) << run.text();
+    EXPECT_EQ(run.text(), "\r\nFreshening archive : " + run.archive + "\r\n\r\nFrozen   ==> 100% one\r\n");
+    EXPECT_EQ(run("x ARC OUT"), 0) << run.text();
+    EXPECT_EQ(run.unpacked(), (Files{{"one", "22"}, {"docs/equal", std::string(100000, 'e')}}));
+    EXPECT_EQ(run("d ARC docs/*.*"), 0) << run.text();
+    EXPECT_EQ(run.text(), "\r\nDeleting from archive : " + run.archive + "\r\n\r\nDeleted  docs/equal\r\n");
+    EXPECT_EQ(run("m ARC " + base() + " one"), 0) << run.text();
+    EXPECT_EQ(run.text(), "\r\nUpdating archive : " + run.archive + "\r\n\r\nFrozen   ==> 100% one\r\n");
+    EXPECT_EQ(testing::filesBelow(run.scratch.path() / "base"), (Files{{"docs/equal", std::string(100000, 'e')}}));
+    EXPECT_EQ(run("d ARC one"), 0) << run.text();
+    EXPECT_FALSE(std::filesystem::exists(run.archive)) << "nothing was left in it";
+    EXPECT_EQ(run("d ARC one"), 0x8029);
+}
+
+TEST_F(LhaLibraryPacking, RefusesWhatIsNoLzhArchive) {
+    run.scratch.write("a.lzh", "something else");
+    EXPECT_EQ(run("a ARC " + base() + " one"), 0x801B);
+    EXPECT_EQ(run.text(), "\r\nUpdating archive : " + run.archive +
+                              "\r\n\r\nError(0x801b): the file is no archive of this kind\r\n");
+    EXPECT_EQ(testing::filesBelow(run.scratch.path()).at("a.lzh"), "something else");
+}
+
 TEST_F(LhaLibrary, SaysWhatWentWrong) {
     EXPECT_EQ(run("x ARC OUT nothing.txt"), 0x800F);
-    EXPECT_EQ(run("a -r2 -a1 -x1  ARC a.txt"), 0x8023);
+    EXPECT_EQ(run("s ARC a.txt"), 0x8023);
     EXPECT_EQ(run.text(), "Error(0x8023): not supported\r\n");
     EXPECT_EQ(run("d ARC"), 0x802B);
     EXPECT_EQ(run(""), 0x8019);

@@ -91,7 +91,8 @@ private:
         if (!nameInside && !name_.name.empty()) put(0x01, Bytes().text(name_.name));
         if (!name_.folder.empty()) put(0x02, Bytes().text(name_.folder));
         if (member_.attributes != kPlainAttributes) put(0x40, Bytes().put16(member_.attributes));
-        if (member_.created || member_.accessed) {
+        // Elsewhere the time of the last access is that of the packing.
+        if (member_.created) {
             Bytes times;
             times.put64(fileTimeOf(member_.created)).put64(fileTimeOf(member_.written));
             put(0x41, times.put64(fileTimeOf(member_.accessed)));

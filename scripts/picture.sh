@@ -33,10 +33,11 @@ set_scale() {
 }
 
 # Starts the sample host with an archive, waits for its report and sets $report. $host_pid is the running host's.
-# $1: the archive
+# $1: the archive or folder; $2 and more: options
 start_host() {
     coproc host_program {
-        exec timeout 300 wine "${TOVAREX_BIN:-$build/win32-release/bin}/SampleHost.exe" --report "$(windows_path "$1")" \
+        exec timeout 300 wine "${TOVAREX_BIN:-$build/win32-release/bin}/SampleHost.exe" --report "${@:2}" \
+            "$(windows_path "$1")" \
             2>"$build/logs/host.log"
     }
     host_pid=$host_program_PID
@@ -66,4 +67,20 @@ take_picture() {
     settled_picture "$1"
     stop_host
     mogrify -trim +repage "$1" # the bare desktop around the windows says nothing
+}
+
+# Lets the sample host compress a folder, takes the screen once the pack dialog is shown, and closes the host. Of the
+# libraries that create archives only one is there, so that its packer is chosen.
+# $1: the picture; $2: the library; $3: the folder
+take_pack_picture() {
+    local bin=${TOVAREX_BIN:-$build/win32-release/bin} alone
+    alone=$(mktemp -d)
+    cp "$bin"/{SampleHost.exe,TovarEx.dll,TovarEx.manifest,"$2"} "$alone"
+    mkdir -p "$(dirname "$1")"
+    TOVAREX_BIN=$alone start_host "$3" --compress
+    say "The sample host says: $report"
+    settled_picture "$1"
+    stop_host
+    rm -rf "$alone"
+    mogrify -trim +repage "$1"
 }

@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "browser/win32/work_dialog_controls.h"
 #include "win32/create/pack_controls.h"
 #include "win32/system/support/system_fixture.h"
 #include "win32/system/support/waiting.h"
@@ -141,6 +142,46 @@ TEST_F(CreateByDialog, HandsALineToTheCabLibrary) {
     EXPECT_NE(lineOf("CabList ").find(R"("a.txt\x0D\x0Asub\x5C\x0D\x0A")"), std::string::npos) << lineOf("CabList ");
     ASSERT_EQ(boxes.seen.size(), 1U);
     EXPECT_EQ(boxes.seen[0].title, L"CAB Message");
+}
+
+TEST_F(CreateByDialog, AsksForThePasswordAsOftenAsTheLibrary) {
+    libraries.recorded(L"InfoZip32.dll");
+    session.script("zip password 64 Enter password: \nzip password 64 Verify password: \n");
+    create();
+    Texts labels;
+    const DialogUser<IDC_TXT_PASSWORD> typist([&](HWND dialog) {
+        labels.push_back(textOf(::GetDlgItem(dialog, IDC_LBL_ARCHIVE)));
+        ::SetDlgItemTextW(dialog, IDC_TXT_PASSWORD, L"secret");
+        ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+    });
+    createArchive(L"new.zip", L"a.txt", [](const PackControls& dialog) {
+        dialog.setCheck(IDC_CHK_ARC_PASSWORD, true);
+        dialog.press(IDOK);
+    });
+    EXPECT_EQ(labels, (Texts{L"Enter password: some.zip", L"Verify password: some.zip"}));
+    EXPECT_EQ(lineOf("ZpPassword "), R"(ZpPassword 0 "secret"ZpPassword 0 "secret")");
+}
+
+TEST_F(CreateByDialog, StopsTheLibraryByTheProgressDialog) {
+    libraries.recorded(L"InfoZip32.dll");
+    std::string script = "code 9\n";
+    for (int each = 0; each < 5000; ++each) script += "zip service a.txt\n";
+    session.script(script);
+    create();
+    std::wstring shown;
+    const DialogUser<IDC_PBAR1> user([&](HWND dialog) {
+        shown = textOf(::GetDlgItem(dialog, IDC_LBL_FILE));
+        ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+    });
+    createArchive(L"new.zip", L"a.txt", [](const PackControls& dialog) { dialog.press(IDOK); });
+    EXPECT_EQ(user.times(), 1);
+    EXPECT_EQ(shown, L"Preprocessing ... Wait a second!");
+    const Lines log = session.log();
+    ASSERT_GE(log.size(), 2U);
+    EXPECT_EQ(log[log.size() - 2], "ZpService 1");
+    ASSERT_EQ(boxes.seen.size(), 1U);
+    EXPECT_EQ(boxes.seen[0].text, L"User Interrupted Or Abnormal Termination");
+    EXPECT_EQ(boxes.seen[0].title, L"Compression Error");
 }
 
 struct RealCase {

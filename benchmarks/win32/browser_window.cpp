@@ -80,6 +80,9 @@ void work(const Window& window, tovar::bench::WaitProbe& probe, const wchar_t* f
     }
     measure(probe, "select all", [&] { window.run(tovar::mnuEditSelectAll); });
     measure(probe, "invert the selection", [&] { window.run(tovar::mnuEditSelectInvert); });
+    measure(probe, "show small icons", [&] { window.run(tovar::mnuViewStyleSmallIcons); });
+    measure(probe, "show as a list", [&] { window.run(tovar::mnuViewStyleList); });
+    measure(probe, "show details again", [&] { window.run(tovar::mnuViewStyleDetails); });
     const auto last = static_cast<WPARAM>(window.send(tovar::LV1, LVM_GETITEMCOUNT) - 1);
     measure(probe, "go to the last row", [&] {
         window.send(tovar::LV1, LVM_ENSUREVISIBLE, last, FALSE);
@@ -114,8 +117,9 @@ int wmain(int count, wchar_t** arguments) {
     const Window window(handle);
 
     tovar::bench::WaitProbe probe;
-    std::uint32_t members = 0;
-    measure(probe, "listing alone", [&] { members = driver->SetArcFile(file); });
+    // Once before it counts: the window's own listing also finds the library loaded and the file in memory.
+    const std::uint32_t members = driver->SetArcFile(file);
+    measure(probe, "listing alone", [&] { driver->SetArcFile(file); });
     measure(probe, "open and paint", [&] {
         browser->FillControl(L"\\");
         browser->showModeless();

@@ -41,7 +41,8 @@ BrowserPresenter::BrowserPresenter(BrowserView& view, const BrowserPorts& ports,
 void BrowserPresenter::Pauses::begin() { breather_->begin(); }
 
 bool BrowserPresenter::Pauses::breathe() {
-    return breather_->breathe() && presenter_.view_.hWnd() != nullptr && !presenter_.closing_ && !presenter_.wanted_;
+    return breather_->breathe() && presenter_.view_.hWnd() != nullptr && !presenter_.closing_ && !presenter_.wanted_ &&
+           !presenter_.selectedByUser_;
 }
 
 void BrowserPresenter::onLoad() {
@@ -148,6 +149,7 @@ void BrowserPresenter::onRowOpened(std::uint32_t row) {
 
 void BrowserPresenter::onRowsSelected(std::uint32_t count) {
     if (!current_) return;
+    selectedByUser_ = selecting_;
     selectedRows_ = count;
     view_.setStatus(std::to_wstring(count) + L" Objects are selected.");
     updateCommands();
@@ -157,6 +159,23 @@ void BrowserPresenter::onHeaderClicked(std::size_t column) {
     if (!current_ || ordering_ || column >= contents_.columns().size()) return;
     std::vector<std::uint32_t> newRows;
     if (order(contents_.rowCount(), [&] { newRows = contents_.sortBy(column); })) view_.moveRows(newRows);
+    showWanted();
+}
+
+void BrowserPresenter::selectRows(const std::function<std::uint32_t(Breather*)>& select) {
+    const std::uint32_t rows = contents_.rowCount();
+    std::uint32_t selected = 0;
+    bool whole = false;
+    {
+        const ScopedFlag selecting(selecting_);
+        whole = order(rows, [&] { selected = select(rows > kOrderedAtOnce ? pauses_.get() : nullptr); });
+    }
+    selectedByUser_ = false;
+    if (whole) {
+        onRowsSelected(selected);
+    } else if (current_ && !closing_) {
+        updateCommands();
+    }
     showWanted();
 }
 

@@ -51,6 +51,7 @@ public:
     [[nodiscard]] bool isFilling() const noexcept { return filling_ || ordering_; }
     /// @return whether messages will run while the folder's rows are put in order: the window may be gone afterwards
     [[nodiscard]] bool takesLongToShow(Folder folder) const;
+    /// @return whether messages will run while the rows shown are put in order, or all of them selected
     [[nodiscard]] bool takesLongToSort() const noexcept { return contents_.rowCount() > kOrderedAtOnce; }
     /// The window is to be closed: a command that works on the archive ends as soon as it can.
     void cancelWork() noexcept;
@@ -138,6 +139,8 @@ private:
     bool order(std::size_t rows, const std::function<void()>& run);
     /// Shows the folder that was selected meanwhile.
     void showWanted();
+    /// Selects rows: what the user selects meanwhile ends it.
+    void selectRows(const std::function<std::uint32_t(Breather*)>& select);
     void showFolder(Folder folder);
     void selectAndShow(Folder folder, Expand expand);
     void showAddress();
@@ -162,6 +165,8 @@ private:
     bool filling_ = false;
     bool working_ = false;
     bool ordering_ = false;
+    bool selecting_ = false;
+    bool selectedByUser_ = false;  ///< while rows are selected by a command
     bool closing_ = false;
 };
 

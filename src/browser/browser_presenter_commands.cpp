@@ -121,10 +121,10 @@ void BrowserPresenter::onCommand(BrowserCommand command) {
             deleteSelected();
             break;
         case mnuEditSelectAll:
-            onRowsSelected(view_.selectAll());
+            selectRows([this](Breather* breather) { return view_.selectAll(breather); });
             break;
         case mnuEditSelectInvert:
-            onRowsSelected(view_.invertSelection());
+            selectRows([this](Breather* breather) { return view_.invertSelection(breather); });
             break;
         case GoUp:
             onGoUp();

@@ -9,6 +9,7 @@
 #include "browser/browser_commands.h"
 #include "browser/folder_model.h"
 #include "browser/view_style.h"
+#include "shell/breather.h"
 #include "shell/window_handle.h"
 
 namespace tovar {
@@ -48,10 +49,10 @@ public:
 
     /// Shows the same rows in another style, with the texts that they have now. The selection stays.
     virtual void setViewStyle(ViewStyle style) = 0;
-    /// @return the number of rows selected afterwards
-    virtual std::uint32_t selectAll() = 0;
-    /// @return the number of rows selected afterwards
-    virtual std::uint32_t invertSelection() = 0;
+    // Both return the number of rows selected afterwards. With a breather they take breaths between rows, in which
+    // their user may select others; without one they do it in one go. WorkAbandoned leaves what is selected by then.
+    virtual std::uint32_t selectAll(Breather* breather) = 0;
+    virtual std::uint32_t invertSelection(Breather* breather) = 0;
     /// @return from top to bottom
     [[nodiscard]] virtual std::vector<std::uint32_t> selectedRows() const = 0;
     /// @return the row that the keyboard is at; nullopt when there is none

@@ -220,6 +220,85 @@ TEST_F(PausesTest, TheLastFolderOfSeveralSelectedOnesIsShown) {
     EXPECT_FALSE(presenter_.isBusy());
 }
 
+TEST_F(PausesTest, SelectingManyRowsBreathesOncePerPortion) {
+    fill();
+    view_.rowCount = kMany;
+    presenter_.onCommand(mnuEditSelectAll);
+    EXPECT_EQ(breather_.breaths, kMany / PacedWork::kPortion);
+    EXPECT_EQ(view_.selection.size(), kMany);
+    EXPECT_EQ(view_.status, L"50000 Objects are selected.");
+    EXPECT_FALSE(presenter_.isBusy());
+    presenter_.onCommand(mnuEditSelectInvert);
+    EXPECT_EQ(breather_.breaths, 2 * (kMany / PacedWork::kPortion));
+    EXPECT_EQ(view_.status, L"0 Objects are selected.");
+}
+
+TEST_F(PausesTest, FewRowsAreSelectedWithoutABreath) {
+    fill(L"\\few\\");
+    view_.rowCount = 3;
+    presenter_.onCommand(mnuEditSelectAll);
+    EXPECT_EQ(breather_.begun, 0U);
+    EXPECT_EQ(view_.status, L"3 Objects are selected.");
+}
+
+TEST_F(PausesTest, WhatArrivesWhileRowsAreSelectedFindsABusyPresenter) {
+    fill();
+    view_.rowCount = kMany;
+    breather_.when = 2;
+    breather_.happens = [&] {
+        EXPECT_TRUE(presenter_.isBusy());
+        presenter_.onHeaderClicked(kName);
+        presenter_.onCommand(mnuEditSelectInvert);
+        presenter_.onGoUp();
+    };
+    presenter_.onCommand(mnuEditSelectAll);
+    EXPECT_EQ(view_.status, L"50000 Objects are selected.");
+    EXPECT_FALSE(presenter_.contents().sorting());
+    EXPECT_EQ(presenter_.currentFolder(), folder(L"\\many\\"));
+}
+
+TEST_F(PausesTest, WhatTheUserSelectsMeanwhileEndsTheCommand) {
+    fill();
+    view_.rowCount = kMany;
+    breather_.when = 3;
+    breather_.happens = [&] {
+        view_.selection = {7};
+        presenter_.onRowsSelected(1);
+    };
+    presenter_.onCommand(mnuEditSelectAll);
+    EXPECT_EQ(breather_.breaths, 3U);
+    EXPECT_EQ(view_.selection, std::vector<std::uint32_t>{7});
+    EXPECT_EQ(view_.status, L"1 Objects are selected.");
+    EXPECT_FALSE(presenter_.isBusy());
+    breather_.happens = nullptr;
+    presenter_.onCommand(mnuEditSelectAll);
+    EXPECT_EQ(view_.status, L"50000 Objects are selected.");
+}
+
+TEST_F(PausesTest, AFolderThatIsSelectedWhileRowsAreIsShown) {
+    fill();
+    view_.rowCount = kMany;
+    breather_.when = 2;
+    breather_.happens = [&] { presenter_.onFolderSelected(folder(L"\\few\\")); };
+    presenter_.onCommand(mnuEditSelectAll);
+    EXPECT_EQ(breather_.breaths, 2U);
+    EXPECT_EQ(presenter_.currentFolder(), folder(L"\\few\\"));
+    EXPECT_EQ(view_.address, L"a.zip\\few\\");
+}
+
+TEST_F(PausesTest, SelectingIsGivenUpWhenTheWindowGoes) {
+    fill();
+    view_.rowCount = kMany;
+    breather_.when = 2;
+    breather_.happens = [&] {
+        view_.window = nullptr;
+        presenter_.onUnload();
+    };
+    presenter_.onCommand(mnuEditSelectAll);
+    EXPECT_EQ(breather_.breaths, 2U);
+    EXPECT_FALSE(presenter_.currentFolder());
+}
+
 TEST_F(PausesTest, AFillIsGivenUpWhenTheWindowGoesWhileFoldersAreBuilt) {
     breather_.when = 2;
     breather_.happens = [&] {

@@ -66,11 +66,11 @@ public:
     void chooseAddress(std::size_t index) override { address = addresses.at(index); }
     void moveAddressCaretToEnd() override {}
     void setViewStyle(ViewStyle newStyle) override { style = newStyle; }
-    std::uint32_t selectAll() override {
+    std::uint32_t selectAll(Breather*) override {
         rows.assign(rows.size(), true);
         return selectedCount();
     }
-    std::uint32_t invertSelection() override {
+    std::uint32_t invertSelection(Breather*) override {
         rows.flip();
         return selectedCount();
     }

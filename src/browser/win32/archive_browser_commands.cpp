@@ -16,6 +16,8 @@ namespace {
 
 // Messages run while these work, and the window may go meanwhile: they are begun outside of every control's message.
 constexpr BrowserCommand kLong[] = {kOpen, mnuEditExtract, mnuEditAdd, mnuEditDelete, kRefresh, mnuEditExit};
+// The same, as long as there are very many rows.
+constexpr BrowserCommand kLongForManyRows[] = {mnuEditSelectAll, mnuEditSelectInvert};
 
 // In a text field other keys are for the text.
 constexpr BrowserCommand kInTextFields[] = {kRefresh,
@@ -46,7 +48,8 @@ void fArcMain::runCommand(BrowserCommand command) {
         find_.findNext();
     } else if (command == kFindPrevious) {
         find_.findPrevious();
-    } else if (isOneOf(kLong, actionOf(command))) {
+    } else if (isOneOf(kLong, actionOf(command)) ||
+               (isOneOf(kLongForManyRows, actionOf(command)) && presenter_.takesLongToSort())) {
         ::PostMessageW(hwnd(), kRunCommand, static_cast<WPARAM>(command), 0);
     } else {
         presenter_.onCommand(command);
@@ -87,13 +90,13 @@ void fArcMain::runToTheEnd(const std::function<void()>& run) {
 
 void fArcMain::setViewStyle(ViewStyle style) { list_.setStyle(style); }
 
-std::uint32_t fArcMain::selectAll() {
-    list_.selectAll();
+std::uint32_t fArcMain::selectAll(Breather* breather) {
+    list_.selectAll(breather);
     return list_.selectedCount();
 }
 
-std::uint32_t fArcMain::invertSelection() {
-    list_.invertSelection();
+std::uint32_t fArcMain::invertSelection(Breather* breather) {
+    list_.invertSelection(breather);
     return list_.selectedCount();
 }
 
@@ -187,11 +190,11 @@ void fArcMain::onFindBarTab(bool backwards) { moveFocus(backwards); }
 std::optional<LRESULT> fArcMain::onContextMenu(WPARAM pane, LPARAM place) {
     const auto window = reinterpret_cast<HWND>(pane);
     if (window != list_.hwnd() && window != tree_.hwnd()) return std::nullopt;
+    const auto clicked = std::exchange(rightClick_, std::nullopt);
+    if (clicked && window == list_.hwnd() && !isByKeyboard(place)) place = MAKELPARAM(clicked->x, clicked->y);
     ::PostMessageW(hwnd(), kShowContextMenu, pane, place);
     return 0;
 }
-    const auto clicked = std::exchange(rightClick_, std::nullopt);
-    if (clicked && window == list_.hwnd() && !isByKeyboard(place)) place = MAKELPARAM(clicked->x, clicked->y);
 
 std::optional<LRESULT> fArcMain::onShowContextMenu(WPARAM pane, LPARAM place) {
     if (reinterpret_cast<HWND>(pane) == tree_.hwnd()) {

@@ -108,6 +108,7 @@ std::optional<LRESULT> fArcMain::onNotify(WPARAM, LPARAM lParam) {
     // A list of very many rows may tell of each, and a tree does so of every folder that it forgets.
     const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
     if (header.code == LVN_ITEMCHANGED && header.idFrom == LV1 && list_.isChanging()) return 0;
+    if (header.code == TVN_DELETEITEMW) return 0;
     static constexpr NotifyRoute<fArcMain> routes[] = {
         {kMenuBand, TBN_DROPDOWN, &fArcMain::onBandDropDown},
         {Add, TTN_GETDISPINFOW, &fArcMain::onHint},
@@ -127,8 +128,8 @@ std::optional<LRESULT> fArcMain::onNotify(WPARAM, LPARAM lParam) {
         {LV1, LVN_ODSTATECHANGED, &fArcMain::onListSelection},
         {LV1, NM_CLICK, &fArcMain::onListSelection},
         {LV1, NM_DBLCLK, &fArcMain::onListDoubleClick},
-        {LV1, NM_RETURN, &fArcMain::onListEnter},
         {LV1, NM_RCLICK, &fArcMain::onListRightClick},
+        {LV1, NM_RETURN, &fArcMain::onListEnter},
         {LV1, LVN_KEYDOWN, &fArcMain::onListKey},
         {LV1, LVN_COLUMNCLICK, &fArcMain::onListHeader},
     };
@@ -201,7 +202,6 @@ LRESULT fArcMain::onListDoubleClick(NMHDR& header) {
     return 0;
 }
 
-LRESULT fArcMain::onListEnter(NMHDR&) {
 // When the list asks for its menu it says where the mouse pointer is by then: the user may have gone on, and a click
 // that a program sends is not where the pointer is at all.
 LRESULT fArcMain::onListRightClick(NMHDR& header) {
@@ -211,6 +211,7 @@ LRESULT fArcMain::onListRightClick(NMHDR& header) {
     return 0;
 }
 
+LRESULT fArcMain::onListEnter(NMHDR&) {
     openRow(list_.focusedRow());
     return 0;
 }

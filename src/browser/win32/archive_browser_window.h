@@ -83,8 +83,8 @@ private:
     void chooseAddress(std::size_t index) override;
     void moveAddressCaretToEnd() override;
     void setViewStyle(ViewStyle style) override;
-    std::uint32_t selectAll() override;
-    std::uint32_t invertSelection() override;
+    std::uint32_t selectAll(Breather* breather) override;
+    std::uint32_t invertSelection(Breather* breather) override;
     [[nodiscard]] std::vector<std::uint32_t> selectedRows() const override;
     [[nodiscard]] std::optional<std::uint32_t> focusedRow() const override;
     void enable(BrowserCommand command, bool enabled) override;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -9,6 +11,7 @@
 #include "browser/win32/text_extent.h"
 #include "shell/win32/child_control.h"
 #include "shell/win32/dpi.h"
+#include "shell/win32/handles.h"
 #include "shell/win32/list_view.h"
 #include "shell/win32/subclass.h"
 #include "shell/win32/system_icons.h"
@@ -18,7 +21,9 @@ namespace {
 
 constexpr int kEveryRow = -1;
 constexpr std::uint32_t kManyRows = 200;
-constexpr int kSmallIcon = 16, kLargeIcon = 32;  // at 96 dots per inch
+constexpr std::uint32_t kMeasuredRows = 1000;
+constexpr std::uint32_t kUnitsToAsk = 2, kUnitsToSet = 4;  ///< of work, for a row
+constexpr int kSmallIcon = 16, kLargeIcon = 32;            // at 96 dots per inch
 
 int widthOf(const ContentsColumn& column, const TextExtent& extent) {
     return static_cast<int>(std::lround(extent.widthOf(column.measuringText) * column.factor));
@@ -183,22 +188,96 @@ void ContentsView::setStyle(ViewStyle style) {
     const RedrawPause pause(list_);
     const LONG_PTR former = ::GetWindowLongPtrW(list_, GWL_STYLE);
     const LONG_PTR wanted = (former & ~static_cast<LONG_PTR>(LVS_TYPEMASK)) | styleBits(style);
-    if (wanted != former) ::SetWindowLongPtrW(list_, GWL_STYLE, wanted);
+    const bool isMeasured = style == ViewStyle::SmallIcons || style == ViewStyle::List;
+    if (wanted != former) {
+        if (isMeasured && rowCount() > kMeasuredRows) {
+            setStyleBySample(wanted);
+        } else {
+            setStyleBits(wanted);
+        }
+    }
     const int focused = focusedRow();
     if (focused >= 0) ::SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(focused), FALSE);
 }
 
-void ContentsView::selectAll() {
-    const Changing changing(*this);
+std::uint32_t ContentsView::rowCount() const {
+    return static_cast<std::uint32_t>(::SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0));
+}
+
+void ContentsView::setStyleBits(LONG_PTR bits) { ::SetWindowLongPtrW(list_, GWL_STYLE, bits); }
+
+// Some lists measure the names of all rows when they take such a style, and once more when they paint small icons for
+// the first time: a million of them in five seconds and more. They keep the width that they find, however many rows
+// come afterwards, so a sample of the names serves as well. With its rows a list forgets which of them were selected.
+void ContentsView::setStyleBySample(LONG_PTR bits) {
+    const std::uint32_t count = rowCount(), selected = selectedCount();
+    const int focused = focusedRow();
+    const std::vector<std::uint32_t> rows = selected == count ? std::vector<std::uint32_t>() : selectedRows();
+    ::SendMessageW(list_, LVM_SETITEMCOUNT, 0, 0);
+    rowsInSample_ = count;
+    ::SendMessageW(list_, LVM_SETITEMCOUNT, kMeasuredRows, 0);
+    setStyleBits(bits);
+    const std::unique_ptr<std::remove_pointer_t<HDC>, CloseWith<&::DeleteDC>> unseen(::CreateCompatibleDC(nullptr));
+    ::SendMessageW(list_, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(unseen.get()), PRF_CLIENT);
+    rowsInSample_ = 0;
+    ::SendMessageW(list_, LVM_SETITEMCOUNT, count, 0);
+    if (selected == count) setState(kEveryRow, LVIS_SELECTED, LVIS_SELECTED);
+    for (const std::uint32_t row : rows) setState(static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
+    if (focused >= 0) setState(focused, LVIS_FOCUSED, LVIS_FOCUSED);
+}
+
+// Some lists go through all rows in either case, a million of them in 350 ms when they are told once, and do not answer
+// meanwhile.
+void ContentsView::selectAll(Breather* breather) {
+    if (breather == nullptr) {
+        const Changing changing(*this);
+        const RedrawPause pause(list_);
+        setState(kEveryRow, LVIS_SELECTED, LVIS_SELECTED);
+        return;
+    }
+    const RedrawPause pause(list_);  // rows out of sight too would be told to paint themselves
+    PacedWork work(breather);
+    const std::uint32_t count = rowCount();
+    for (std::uint32_t row = 0; row < count; ++row) {
+        {
+            const Changing changing(*this);
+            setState(static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
+        }
+        work.done(kUnitsToSet);
+    }
+}
+
+void ContentsView::selectOthers(Breather* breather) {
     const RedrawPause pause(list_);
-    setState(kEveryRow, LVIS_SELECTED, LVIS_SELECTED);
+    PacedWork work(breather);
+    const std::uint32_t count = rowCount();
+    std::vector<std::uint32_t> others;
+    for (std::uint32_t row = 0; row < count; ++row) {
+        if (ask(LVM_GETITEMSTATE, row, LVIS_SELECTED) == 0) others.push_back(row);
+        work.done(kUnitsToAsk);
+    }
+    {
+        const Changing changing(*this);
+        selectNone();
+    }
+    for (const std::uint32_t row : others) {
+        {
+            const Changing changing(*this);
+            setState(static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
+        }
+        work.done(kUnitsToSet);
+    }
 }
 
 // A list sets all its rows at once, but parts of them only row by row: the smaller part is the one to touch.
-void ContentsView::invertSelection() {
+void ContentsView::invertSelection(Breather* breather) {
+    if (breather != nullptr) {
+        selectOthers(breather);
+        return;
+    }
     const Changing changing(*this);
     const RedrawPause pause(list_);
-    const auto count = static_cast<std::uint32_t>(::SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0));
+    const std::uint32_t count = rowCount();
     const std::vector<std::uint32_t> rows = selectedRows();
     if (rows.size() <= count / 2) {
         setState(kEveryRow, LVIS_SELECTED, LVIS_SELECTED);
@@ -222,7 +301,7 @@ void ContentsView::invertSelection() {
 // moment forgets the selection at once, and with it the focus and how far it was scrolled.
 void ContentsView::selectNone() {
     if (selectedCount() >= kManyRows) {
-        const auto count = static_cast<WPARAM>(::SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0));
+        const WPARAM count = rowCount();
         const int focused = focusedRow();
         const LRESULT top = ::SendMessageW(list_, LVM_GETTOPINDEX, 0, 0);
         ::SendMessageW(list_, LVM_SETITEMCOUNT, 0, 0);
@@ -294,7 +373,8 @@ int ContentsView::focusedRow() const {
 
 void ContentsView::onGetDisplayInfo(LVITEMW& item) {
     if (contents_ == nullptr || item.iItem < 0) return;
-    const auto row = static_cast<std::uint32_t>(item.iItem);
+    auto row = static_cast<std::uint32_t>(item.iItem);
+    if (rowsInSample_ != 0) row = static_cast<std::uint32_t>(std::uint64_t{row} * rowsInSample_ / kMeasuredRows);
     if ((item.mask & LVIF_TEXT) != 0) {
         std::wstring& text = shownTexts_[nextText_++ % shownTexts_.size()];
         text = contents_->text(row, static_cast<std::size_t>(item.iSubItem));

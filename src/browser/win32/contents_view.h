@@ -13,6 +13,7 @@
 #include "browser/contents_list.h"
 #include "browser/view_style.h"
 #include "browser/win32/pane_keys.h"
+#include "shell/breather.h"
 #include "shell/message_boxes.h"
 
 namespace tovar {
@@ -43,8 +44,10 @@ public:
 
     /// Shows the same rows in another style. The selection stays, and the row with the focus in sight.
     void setStyle(ViewStyle style);
-    void selectAll();
-    void invertSelection();
+    // With a breather row by row, with breaths in between; else in one go. What the user selects in a breath is told as
+    // ever. Throw WorkAbandoned.
+    void selectAll(Breather* breather);
+    void invertSelection(Breather* breather);
     /// Selects one row and no other, gives it the focus and brings it in sight.
     void showRow(int row);
     /// @return from top to bottom
@@ -79,12 +82,16 @@ private:
     };
 
     [[nodiscard]] HWND header() const;
+    [[nodiscard]] std::uint32_t rowCount() const;
+    void setStyleBits(LONG_PTR bits);
+    void setStyleBySample(LONG_PTR bits);
     void showColumns();
     void showSortArrow();
     /// Sends a message past those who watch the list: what is asked for every row is asked very often.
     LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void setState(int row, UINT state, UINT mask);
     void selectNone();
+    void selectOthers(Breather* breather);
     void selectOnly(const std::vector<std::uint32_t>& rows);
 
     HWND list_ = nullptr;
@@ -92,6 +99,7 @@ private:
     const ContentsList* contents_ = nullptr;
     std::vector<int> measuredWidths_;  ///< of the columns, as their texts want them
     int changing_ = 0;
+    std::uint32_t rowsInSample_ = 0;          ///< of all rows, while the list measures them; 0: it has all
     std::array<std::wstring, 4> shownTexts_;  ///< the list reads a text some time after it was given
     std::size_t nextText_ = 0;
 };

@@ -22,6 +22,7 @@ bool FolderTree::create(HWND parent) {
         WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
         WS_EX_CLIENTEDGE, TV1);
     if (tree_ == nullptr) return false;
+    ownProcedure_ = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(tree_, GWLP_WNDPROC));
     ::SendMessageW(tree_, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(SystemImageList(SHGFI_SMALLICON)));
     return true;
 }
@@ -64,8 +65,11 @@ void FolderTree::insert(Folder folder, HTREEITEM parent) {
     place.item.iSelectedImage = openIcon_;
     place.item.lParam = static_cast<LPARAM>(folder);
     place.item.cChildren = folders_->children(folder).empty() ? 0 : 1;
-    items_[folder] =
-        reinterpret_cast<HTREEITEM>(::SendMessageW(tree_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&place)));
+    items_[folder] = reinterpret_cast<HTREEITEM>(ask(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&place)));
+}
+
+LRESULT FolderTree::ask(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return ::CallWindowProcW(ownProcedure_, tree_, message, wParam, lParam);
 }
 
 void FolderTree::insertChildren(Folder folder) {
@@ -76,6 +80,8 @@ void FolderTree::insertChildren(Folder folder) {
     for (const Folder child : children) insert(child, items_[folder]);
 }
 
+// Some tree views measure the text of every folder that comes into being by this, 50,000 of them in 140 ms, whether
+// they were there before or are inserted afterwards; they do so in one go.
 void FolderTree::expand(Folder folder) {
     insertChildren(folder);
     if (isExpanded(folder)) return;  // some tree views lay everything below out again

@@ -43,10 +43,13 @@ public:
     void insertChildren(Folder folder);
 
 private:
+    /// Sends a message past those who watch the tree: what is sent for every folder is sent very often.
+    LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void insert(Folder folder, HTREEITEM parent);
     void expand(Folder folder);
 
     HWND tree_ = nullptr;
+    WNDPROC ownProcedure_ = nullptr;
     int closedIcon_ = 0, openIcon_ = 0;
     const FolderModel* folders_ = nullptr;
     std::vector<HTREEITEM> items_;  ///< by folder; null while not inserted

@@ -51,16 +51,19 @@ public:
     void chooseAddress(std::size_t index) override { address = addresses.at(index); }
     void moveAddressCaretToEnd() override { ++timesCaretMoved; }
     void setViewStyle(ViewStyle newStyle) override { style = newStyle; }
-    std::uint32_t selectAll() override {
+    std::uint32_t selectAll(Breather* breather) override {
         selection.clear();
-        return invertSelection();
+        return invertSelection(breather);
     }
-    std::uint32_t invertSelection() override {
-        std::vector<std::uint32_t> inverted;
+    std::uint32_t invertSelection(Breather* breather) override {
+        std::vector<bool> formerly(rowCount);
+        for (const std::uint32_t row : selection) formerly.at(row) = true;
+        selection.clear();
+        PacedWork work(breather);
         for (std::uint32_t row = 0; row < rowCount; ++row) {
-            if (std::ranges::find(selection, row) == selection.end()) inverted.push_back(row);
+            if (!formerly[row]) selection.push_back(row);
+            work.done();
         }
-        selection = inverted;
         return static_cast<std::uint32_t>(selection.size());
     }
     [[nodiscard]] std::vector<std::uint32_t> selectedRows() const override { return selection; }

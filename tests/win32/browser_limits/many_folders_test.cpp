@@ -35,16 +35,19 @@ TEST_F(ManyFolders, ShowsFiftyThousandInOneFolder) {
     EXPECT_EQ(textOfItem(inside.back()), L"folder_49999");
 
     ::SendMessageW(window(), WM_COMMAND, mnuEditSelectAll, 0);
+    runPendingMessages();
     EXPECT_EQ(status(), L"50000 Objects are selected.");
     send(LV1, LVM_ENSUREVISIBLE, 40000, FALSE);
     focus(40000);
     const LRESULT top = send(LV1, LVM_GETTOPINDEX);
     ::SendMessageW(window(), WM_COMMAND, mnuEditSelectInvert, 0);
+    runPendingMessages();
     EXPECT_EQ(status(), L"0 Objects are selected.");
     EXPECT_TRUE(selectedRows().empty());
     EXPECT_EQ(send(LV1, LVM_GETTOPINDEX), top);
     EXPECT_EQ(send(LV1, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), 40000);
     ::SendMessageW(window(), WM_COMMAND, mnuEditSelectAll, 0);
+    runPendingMessages();
     selectItem(inside.back());
     runPendingMessages();
     EXPECT_EQ(names(), Texts{L"x.txt"});
@@ -58,6 +61,38 @@ TEST_F(ManyFolders, ShowsFiftyThousandInOneFolder) {
     runPendingMessages();
     EXPECT_EQ(rowCount(), kCount);
     EXPECT_TRUE(selectedRows().empty());
+}
+
+// Some lists forget what they have when they take these styles.
+TEST_F(ManyFolders, KeepsSelectionAndFocusInEveryStyle) {
+    constexpr int kCount = 25000;
+    std::vector<std::wstring> storedNames;
+    for (int i = 0; i < kCount; ++i) storedNames.push_back(numbered(i) + L".txt");
+    open(storedNames);
+    const std::vector<int> rows{0, 7, 24999};
+    for (const int row : rows) select(row);
+    focus(7);
+    const auto expectTheSame = [&] {
+        EXPECT_EQ(rowCount(), kCount);
+        EXPECT_EQ(selectedRows(), rows);
+        EXPECT_EQ(send(LV1, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), 7);
+        EXPECT_EQ(cell(0, 0), L"folder_00000.txt");
+        EXPECT_EQ(cell(kCount - 1, 0), L"folder_24999.txt");
+        EXPECT_EQ(status(), L"3 Objects are selected.");
+    };
+    for (const auto style : {mnuViewStyleSmallIcons, mnuViewStyleDetails, mnuViewStyleList, mnuViewStyleSmallIcons,
+                             mnuViewStyleLargeIcons, mnuViewStyleExactDetails}) {
+        SCOPED_TRACE(style);
+        ::SendMessageW(window(), WM_COMMAND, style, 0);
+        runPendingMessages();
+        expectTheSame();
+    }
+    ::SendMessageW(window(), WM_COMMAND, mnuEditSelectAll, 0);
+    runPendingMessages();
+    ::SendMessageW(window(), WM_COMMAND, mnuViewStyleList, 0);
+    runPendingMessages();
+    EXPECT_EQ(selectedRows().size(), static_cast<std::size_t>(kCount));
+    EXPECT_EQ(status(), L"25000 Objects are selected.");
 }
 
 TEST_F(ManyFolders, GoesDownTwoThousandAndUpAgain) {

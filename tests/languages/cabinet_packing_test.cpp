@@ -62,7 +62,9 @@ protected:
     void add(const std::string& name, const std::string& content, std::uint8_t attributes = 0) {
         sources.addFile("/base/" + name, content, attributes);
         const std::filesystem::path path = "/base/" + name;
-        items.push_back({path, name, *sources.find(path)});
+        const std::optional<SourceFacts> found = sources.find(path);
+        ASSERT_TRUE(found) << path;
+        items.push_back({path, name, *found});
     }
     ReturnCode pack() { return packCabinet(archive, items, CabinetMethod::kMsZip, 2, sources, files, events); }
     [[nodiscard]] std::vector<std::string> members() const { return walk(openCab(archive)).names(); }
@@ -109,7 +111,7 @@ TEST_F(CabinetPacking, PassesOverFolders) {
 }
 
 TEST_F(CabinetPacking, NamesNoFolderThatIsNone) {
-    add("back\\slash.txt", "x");
+    items[1].name = "back\\slash.txt";
     EXPECT_EQ(pack(), kOk);
     EXPECT_EQ(members().back(), "back_slash.txt");
 }

@@ -116,7 +116,7 @@ TEST_F(LhaLibrary, UnpacksWhatIsPacked) {
 class LhaLibraryPacking : public LhaLibrary {
 protected:
     void SetUp() override {
-        run.archive = run.scratch.write("a.lzh", "");
+        run.archive = run.scratch.write("a.lzh", "").string();
         std::filesystem::remove(run.archive);
         run.scratch.write("base/docs/equal", std::string(100000, 'e'));
         run.scratch.write("base/one", "1");

@@ -100,8 +100,8 @@ ensure_japanese_locale() {
 run_wine_lane() {
     local lane=$1 name program
     shift
-    # Recycle bins, temporary files and the like of the tests stay in the build folder.
-    export XDG_DATA_HOME=$build/wine-data-$lane
+    # Recycle bins, temporary files and the like of the tests stay in the build folder, so that they may be filled.
+    export XDG_DATA_HOME=$build/wine-data-$lane TOVAREX_OWN_RECYCLE_BIN=1
     mkdir -p "$XDG_DATA_HOME"
     if [ "$lane" != 1 ]; then use_copied_prefix "$lane"; fi
     start_wine yes

@@ -295,6 +295,7 @@ TEST_F(BrowserLooksTest, ListensToTheDesktopNoLongerThanItLives) {
 TEST_F(BrowserLooksTest, KeepsItsShareOfAHostThatIsResized) {
     resizeHost(1000, 700);
     open({L"1"});
+    setScale(96);  // its least size is that of the scale
     ::SetWindowPos(window(), nullptr, 200, 140, 600, 420, SWP_NOZORDER | SWP_NOACTIVATE);
     resizeHost(1200, 900);
     expectPlace({240, 180, 960, 720});
@@ -318,6 +319,7 @@ TEST_F(BrowserLooksTest, PaintsTheWholeStatusBarWhenItGrows) {
 TEST_F(BrowserLooksTest, FollowsFromWhereItsUserHasPutIt) {
     resizeHost(1000, 700);
     open({L"1"});
+    setScale(96);  // its least size is that of the scale
     ::SetWindowPos(window(), nullptr, 0, 0, 500, 700, SWP_NOZORDER | SWP_NOACTIVATE);
     resizeHost(1200, 800);
     expectPlace({0, 0, 600, 800});
@@ -332,6 +334,7 @@ LRESULT CALLBACK layOutBrowser(HWND window, UINT message, WPARAM wParam, LPARAM 
 TEST_F(BrowserLooksTest, LeavesItsPlaceToAHostThatLaysItOut) {
     resizeHost(1000, 700);
     open({L"1"});
+    setScale(96);  // its least size is that of the scale
     ASSERT_TRUE(::SetWindowSubclass(host_, &layOutBrowser, 1, reinterpret_cast<DWORD_PTR>(window())));
     resizeHost(1200, 900);
     expectPlace({10, 20, 510, 320});

@@ -81,6 +81,8 @@ protected:
         ::MapWindowPoints(HWND_DESKTOP, window(), reinterpret_cast<POINT*>(&place), 2);
         return place;
     }
+    /// Whatever the screen's own scale is.
+    void setScale(int dpi) const { ::SendMessageW(window(), 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), 0); }
     void openManyMembers() {
         driver_.members.resize(80'000);
         for (std::size_t number = 0; number < driver_.members.size(); ++number) {
@@ -146,6 +148,7 @@ TEST_F(FindBarTest, LiesBetweenListAndStatusBar) {
 
 TEST_F(FindBarTest, HasRoomForItsControlsInEveryWidth) {
     open({L"a"});
+    setScale(96);
     openBar();
     for (const int width : {1000, 600, 420, 320}) {
         ::SetWindowPos(window(), nullptr, 0, 0, width, 400, SWP_NOZORDER | SWP_NOMOVE);
@@ -168,9 +171,10 @@ TEST_F(FindBarTest, HasRoomForItsControlsInEveryWidth) {
 
 TEST_F(FindBarTest, GrowsWithTheScale) {
     open({L"a"});
+    setScale(96);
     openBar();
     const RECT before = placeOf(bar()), button = placeOf(inBar(kFindNext));
-    ::SendMessageW(window(), 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(192, 192), 0);
+    setScale(192);
     const RECT after = placeOf(bar()), grown = placeOf(inBar(kFindNext));
     EXPECT_GE(after.bottom - after.top, 3 * (before.bottom - before.top) / 2);
     EXPECT_GE(grown.right - grown.left, 3 * (button.right - button.left) / 2);

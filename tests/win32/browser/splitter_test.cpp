@@ -56,6 +56,7 @@ TEST_F(SplitterTest, LetsGoWhenTheMouseIsTakenFromIt) {
 
 TEST_F(SplitterTest, RemembersItsPlaceWhenTheWindowShrinksAndGrows) {
     open({L"a/1"});
+    ::SendMessageW(window(), 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(96, 96), 0);
     drag(200);
     const int chosen = barLeft();
     resizeBrowser(300);
@@ -94,6 +95,7 @@ TEST_F(SplitterTest, MovesWithTheArrowKeys) {
 
 TEST_F(SplitterTest, MakesTheTreeAsWideAsItsTexts) {
     open({L"a folder whose name is so long that the tree is not wide enough/1"});
+    ::SendMessageW(window(), 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(96, 96), 0);
     const auto rightOfText = [&] {
         RECT text{};
         const HTREEITEM item = itemsIn(root())[0];

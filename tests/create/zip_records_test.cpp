@@ -66,7 +66,7 @@ TEST(ZipOptionRecord, HasTheLevelAsADigit) {
 
 std::vector<std::string> numbered(std::size_t count) {
     std::vector<std::string> names;
-    for (std::size_t each = 1; each <= count; ++each) names.push_back("n" + std::to_string(each));
+    for (std::size_t each = 1; each <= count; ++each) names.push_back(std::string("n").append(std::to_string(each)));
     return names;
 }
 
@@ -120,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ResultCase{16, L"Bad Command Line Argument Error"}, ResultCase{17, L""},
                     ResultCase{18, L"Could Not Open A Specified File To Read Error"}, ResultCase{19, L""},
                     ResultCase{-1, L""}),
-    [](const auto& each) { return "Code" + std::to_string(each.index); });
+    [](const auto& each) { return std::string("Code").append(std::to_string(each.index)); });
 
 }  // namespace
 }  // namespace tovar

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "win32/create/pack_controls.h"
 #include "win32/front/support/component_fixture.h"
 
 namespace tovar {
@@ -261,12 +262,14 @@ TEST_F(OpenInHost, MovesTheWorkFolder) {
     EXPECT_TRUE(boxes.seen.empty());
 }
 
-TEST_F(OpenInHost, CreatesNothingYetAndAnswersFalse) {
+TEST_F(OpenInHost, CreatesNothingAfterCancelAndAnswersFalse) {
+    const test::PackDialogUser user([](HWND dialog) { test::PackControls{dialog}.press(IDCANCEL); });
     VARIANT_BOOL result = VARIANT_TRUE;
     EXPECT_EQ(object->CreateArchive(makeBstr(folder / L"new.zip").get(), makeBstr(folder.path()).get(),
                                     makeBstr(L"small.zip").get(), &host.object, &result),
               S_OK);
     EXPECT_EQ(result, VARIANT_FALSE);
+    EXPECT_EQ(user.times(), 1);
     EXPECT_EQ(::GetFileAttributesW((folder / L"new.zip").c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_EQ(object->Configure(), S_OK);
     EXPECT_TRUE(boxes.seen.empty());

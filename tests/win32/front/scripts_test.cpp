@@ -9,6 +9,7 @@ namespace tovar {
 namespace {
 
 constexpr DWORD kScriptMilliseconds = 60000;
+constexpr DWORD kLookMilliseconds = 50;  ///< between two looks for dialogs
 
 /// A script at work under the console script host.
 class RunningScript {
@@ -33,11 +34,14 @@ public:
         ::CloseHandle(process.hThread);
     }
 
-    /// Waits until the script ends; stops it when it takes too long.
+    /// Waits until the script ends, and cancels its dialogs; stops it when it takes too long.
     /// @return what the script said
     std::string wait() {
-        if (::WaitForSingleObject(process_.get(), kScriptMilliseconds) != WAIT_OBJECT_0) {
-            ::TerminateProcess(process_.get(), 99);
+        const DWORD start = ::GetTickCount();
+        while (::WaitForSingleObject(process_.get(), kLookMilliseconds) == WAIT_TIMEOUT) {
+            const HWND dialog = ::FindWindowW(nullptr, L"Compress Files");
+            if (dialog != nullptr) ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+            if (::GetTickCount() - start >= kScriptMilliseconds) ::TerminateProcess(process_.get(), 99);
         }
         ::GetExitCodeProcess(process_.get(), &code);
         std::ifstream stream(std::filesystem::path(output_), std::ios::binary);

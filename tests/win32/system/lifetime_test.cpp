@@ -1,3 +1,4 @@
+#include "win32/create/pack_controls.h"
 #include "win32/system/support/process_marks.h"
 #include "win32/system/support/system_fixture.h"
 
@@ -87,6 +88,7 @@ TEST_F(GuestInAProcess, LeavesTheProcessAsItWas) {
     browser().close();
     EXPECT_TRUE(open(zip));
     VARIANT_BOOL created = VARIANT_TRUE;
+    const PackDialogUser user([](HWND dialog) { PackControls{dialog}.press(IDCANCEL); });
     EXPECT_EQ(object->CreateArchive(makeBstr(folder / L"new.zip").get(), makeBstr(folder.path()).get(),
                                     makeBstr(L"small.zip").get(), &host.object, &created),
               S_OK);

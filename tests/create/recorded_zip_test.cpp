@@ -82,9 +82,10 @@ TEST_F(RecordedZip, GetsEveryRecordToTheByte) {
     EXPECT_EQ(run(L"m -r -d -p -s -v -c -l9", L"a.txt\r\ndir"), true);
     EXPECT_EQ(
         session.log(),
-        (Texts{"ZpInit 1 1 1 1",
-               R"(ZpSetOptions "" "C:\x5Cbase" "C:\x5CTemp\x5C" ")" + optionBytes({20, 24, 48, 76, 100, 116}, "39") + '"',
-               R"(ZpArchive 3 "C:\x5Cout\x5Cnew.zip" "C:\x5Cbase\x5Ca.txt" "C:\x5Cbase\x5Ca.txt" "C:\x5Cbase\x5Cdir\x5C*.*")"}));
+        (Texts{
+            "ZpInit 1 1 1 1",
+            R"(ZpSetOptions "" "C:\x5Cbase" "C:\x5CTemp\x5C" ")" + optionBytes({20, 24, 48, 76, 100, 116}, "39") + '"',
+            R"(ZpArchive 3 "C:\x5Cout\x5Cnew.zip" "C:\x5Cbase\x5Ca.txt" "C:\x5Cbase\x5Ca.txt" "C:\x5Cbase\x5Cdir\x5C*.*")"}));
 }
 
 TEST_F(RecordedZip, GetsTheOtherCommandsToo) {

@@ -13,7 +13,7 @@ namespace archiver::cab {
 namespace {
 
 constexpr int kLevel = Z_DEFAULT_COMPRESSION;
-constexpr int kMemory = 9;              // a block's symbols fit into one stream block of its own codes
+constexpr int kMemory = 8;              // of a block's symbols two sets of codes, which packs a little tighter than one
 constexpr std::size_t kMarkSize = 2;    // "CK"
 constexpr std::size_t kStoredHead = 5;  // of a stream block that does not compress
 

@@ -6,6 +6,7 @@ fuzz_tar tar archivers
 fuzz_rar rar
 fuzz_arj arj
 fuzz_lzh lzh
+fuzz_lzh_encoder lzh
 fuzz_cab cab
 fuzz_ace ace
 fuzz_commands commands"

@@ -195,6 +195,11 @@ void ContentsView::setStyle(ViewStyle style) {
         } else {
             setStyleBits(wanted);
         }
+        // Some lists move each icon to its place when they may paint again, and invalidate where it was and is; none
+        // has to move by then.
+        if (style == ViewStyle::SmallIcons || style == ViewStyle::LargeIcons) {
+            ::SendMessageW(list_, LVM_ARRANGE, LVA_DEFAULT, 0);
+        }
     }
     const int focused = focusedRow();
     if (focused >= 0) ::SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(focused), FALSE);

@@ -51,12 +51,22 @@ pack_cab() {
         "gcab" "$out/gcab.cab" "sh -c \"find . -type f -printf '%P\\n' | xargs -x -d '\\n' -s 2000000 gcab -c -z $out/gcab.cab\""
 }
 
+# $1: input
+pack_lzh() {
+    local folder=$packing_target/$1 out=$packing_target
+    pack_beside "$1, LZH" "$folder" \
+        "UnLha32" "$out/ours.lzh" "$bin/tovar create $out/ours.lzh ." \
+        "jlha" "$out/jlha.lzh" "jlha cq2o5 $out/jlha.lzh ."
+}
+
 say "Packing on a memory disk, beside peers"
 for what in sources large; do
     cp -r "$(input $what)" "$packing_target/$what"
     for level in 0 1 6 9; do pack_zip $what $level; done
     pack_cab $what
 done
+# The peer would take minutes for the large member.
+pack_lzh sources
 
 say "Changing one member of an archive of 1 GiB"
 mkdir "$packing_target/change"

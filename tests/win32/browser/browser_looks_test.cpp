@@ -307,6 +307,7 @@ TEST_F(BrowserLooksTest, KeepsItsShareOfAHostThatIsResized) {
 
 TEST_F(BrowserLooksTest, PaintsTheWholeStatusBarWhenItGrows) {
     open({L"1"});
+    setScale(96);  // its least size is that of the scale
     ::RedrawWindow(window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     ASSERT_FALSE(::GetUpdateRect(control(sBar1), nullptr, FALSE));
     ::SetWindowPos(window(), nullptr, 0, 0, 880, 560, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);

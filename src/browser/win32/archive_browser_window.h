@@ -214,7 +214,7 @@ private:
     FindBar find_;
     std::optional<std::uint32_t> rowToOpen_;
     std::optional<POINT> rightClick_;  ///< on the screen, where the list was clicked last; until its menu is asked for
-    bool selecting_ = false;  ///< the selection in the tree changes by the program's hand now
+    bool selecting_ = false;           ///< the selection in the tree changes by the program's hand now
     bool captionActive_ = false;
     bool closeWanted_ = false;
     bool paintingSuspended_ = false;

@@ -245,7 +245,7 @@ TEST_F(BrowserLooksTest, FollowsTheDesktopsFont) {
     ASSERT_TRUE(::SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof larger, &larger, 0));
     ASSERT_NE(desktopWatch(), nullptr);
     ::SendMessageW(desktopWatch(), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
-    for (const int id : {kToolbar, cmbURL, TV1, LV1, sBar1}) EXPECT_EQ(textHeight(id), 2 * before) << id;
+    for (const int id : {kToolbar, cmbURL, TV1, LV1, sBar1}) EXPECT_NEAR(textHeight(id), 2 * before, 1) << id;
     EXPECT_NEAR(columnWidth(0), 2 * column, column / 4);
     EXPECT_LE(placeOf(cmbURL).bottom, placeOf(LV1).top);
 }
@@ -260,7 +260,7 @@ TEST_F(BrowserLooksTest, KeepsTheHostsFontInTheDesktopsSize) {
     larger.lfMessageFont.lfHeight *= 2;
     ASSERT_TRUE(::SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof larger, &larger, 0));
     ::SendMessageW(desktopWatch(), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
-    EXPECT_EQ(textHeight(LV1), 2 * before);
+    EXPECT_NEAR(textHeight(LV1), 2 * before, 1);
     LOGFONTW font{};
     ::GetObjectW(reinterpret_cast<HFONT>(send(TV1, WM_GETFONT)), sizeof font, &font);
     EXPECT_STREQ(font.lfFaceName, L"Courier New");

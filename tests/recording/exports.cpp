@@ -139,7 +139,11 @@ RECORDING_LIBRARY(Cab)
 RECORDING_LIBRARY(Tar)
 
 RECORDING_EXPORT ArchiveHandle ARCHIVER_CALL ACEOpenArchive(archiver::ace_abi::OpenArchiveData* data) {
-    return aceOpen(data);
+#if defined(RECORDING_SPEAKS_UTF8)
+    return aceOpen(data, true);
+#else
+    return aceOpen(data, false);
+#endif
 }
 RECORDING_EXPORT std::int32_t ARCHIVER_CALL ACECloseArchive(ArchiveHandle archive) {
     return closeArchive("ACE", archive);

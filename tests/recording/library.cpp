@@ -42,6 +42,8 @@ public:
 
     [[nodiscard]] const Entry& current() const { return current_; }
 
+    archiver::ace_abi::ProcessData* processData = nullptr;  ///< of an ACE archive
+
 private:
     Script script_;
     std::size_t entry_ = 0;
@@ -150,17 +152,22 @@ std::int32_t closeArchive(const char* prefix, ArchiveHandle archive) {
     return walks().erase(archive) != 0 ? 0 : kNotOpened;
 }
 
-ArchiveHandle aceOpen(archiver::ace_abi::OpenArchiveData* data) {
+ArchiveHandle aceOpen(archiver::ace_abi::OpenArchiveData* data, bool speaksUtf8) {
     CallLog(kAce, "OpenArchive") << data->archiveName << data->openMode;
     // What a library takes for its callbacks and comment, in either layout of the record, must be nothing.
+    const bool mayHaveData = speaksUtf8 && data->openMode == archiver::ace_abi::kOpenExtract;
+    archiver::ace_abi::ProcessData* const processData = data->processData;
+    if (mayHaveData) data->processData = nullptr;
     const auto* const bytes = reinterpret_cast<const char*>(data);
     const bool clean =
         std::all_of(bytes + offsetof(archiver::ace_abi::OpenArchiveData, commentBuffer),
                     bytes + sizeof(archiver::ace_abi::NaturalOpenArchiveData), [](char each) { return each == '\0'; });
+    data->processData = processData;
     Script script = readScript();
     data->openResult = script.opens && clean ? 0 : 5;
     if (data->openResult != 0) return nullptr;
     auto walk = std::make_unique<Walk>(std::move(script));
+    walk->processData = mayHaveData ? processData : nullptr;
     const ArchiveHandle handle = walk.get();
     walks()[handle] = std::move(walk);
     return handle;
@@ -187,8 +194,15 @@ std::int32_t aceReadHeader(ArchiveHandle archive, archiver::ace_abi::HeaderData*
 
 std::int32_t aceProcessFile(ArchiveHandle archive, std::int32_t operation, const char* destination) {
     CallLog(kAce, "ProcessFile") << archive << operation << destination;
-    if (walkOf(archive) == nullptr) return archiver::ace_abi::result::kHandle;
-    return operation == archiver::ace_abi::kSkip ? 0 : readScript().process;
+    const Walk* const walk = walkOf(archive);
+    if (walk == nullptr) return archiver::ace_abi::result::kHandle;
+    if (operation == archiver::ace_abi::kSkip) return 0;
+    const Script script = readScript();
+    std::uint8_t bytes[1024] = {};
+    for (std::uint32_t count = walk->processData != nullptr ? script.data : 0; count > 0; --count) {
+        if (walk->processData(bytes, sizeof bytes) == 0) return archiver::ace_abi::result::kUser;
+    }
+    return script.process;
 }
 
 std::int32_t aceSetPassword(ArchiveHandle archive, const char* password) {

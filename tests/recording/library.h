@@ -28,7 +28,8 @@ std::int32_t findNext(const char* prefix, ArchiveHandle archive, IndividualInfo*
 std::int32_t closeArchive(const char* prefix, ArchiveHandle archive);
 
 // Of "UnAce.dll": its archives are walked like the others.
-ArchiveHandle aceOpen(archiver::ace_abi::OpenArchiveData* data);
+/// @param speaksUtf8  only such a library may be given a callback for data
+ArchiveHandle aceOpen(archiver::ace_abi::OpenArchiveData* data, bool speaksUtf8);
 std::int32_t aceReadHeader(ArchiveHandle archive, archiver::ace_abi::HeaderData* header);
 std::int32_t aceProcessFile(ArchiveHandle archive, std::int32_t operation, const char* destination);
 std::int32_t aceSetPassword(ArchiveHandle archive, const char* password);

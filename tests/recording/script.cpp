@@ -75,6 +75,7 @@ void setLine(Script& script, const std::string& word, const std::string& value) 
     if (word == "end") script.end = number32;
     if (word == "process") script.process = number32;
     if (word == "password") script.password = number32;
+    if (word == "data") script.data = static_cast<std::uint32_t>(number);
     if (word == "code") script.code = number32;
     if (word == "output") script.output = unescaped(value);
     if (word == "zip") script.zip.push_back(unescaped(value));

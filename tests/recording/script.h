@@ -29,6 +29,8 @@
 //   password 0         ACESetPassword
 //   zip TEXT           ZpArchive calls back, in the order of these lines, before it answers the code: "message TEXT",
 //                      "service NAME", "password SIZE PROMPT" or "comment"; what the last three give is logged
+//   data 0             how many KiB ACEProcessFile gives to the callback of its archive, one by one, before it answers;
+//                      it answers 255 once that one cancels
 //   code 0             the command's return code
 //   output TEXT        what the command writes, cut to the buffer, with a NUL where there is room
 //   lists 1            logs what stands in the list file that the command names, as a call of "List", 0
@@ -57,6 +59,7 @@ struct Script {
     std::int32_t code = 0;
     std::int32_t process = 0;
     std::int32_t password = 0;
+    std::uint32_t data = 0;
     std::string output;
     std::vector<std::string> zip;
     bool lists = false;

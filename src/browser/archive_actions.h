@@ -2,6 +2,7 @@
 #include <memory>
 #include <string>
 
+#include "browser/archive_changes.h"
 #include "browser/browser_actions.h"
 #include "browser/member_opener.h"
 #include "browser/unpack_presenter.h"
@@ -34,7 +35,8 @@ struct ArchiveActionsPorts {
     ProgramLauncher& launcher;
     UnpackDialogs& dialogs;
     OpenedCopies& copies;
-    std::wstring& lastFolder;  ///< target folder chosen last, for all browsers; empty at first
+    std::wstring& lastFolder;           ///< target folder chosen last, for all browsers; empty at first
+    ArchiveChanges* changes = nullptr;  ///< null: archives cannot be changed
 };
 
 /// What the commands of one browser do.
@@ -46,12 +48,17 @@ public:
     ArchiveActions& operator=(const ArchiveActions&) = delete;
 
     [[nodiscard]] bool offers(BrowserCommand command) const override {
-        return command == mnuEditExtract || command == kOpen;
+        const bool changes = command == mnuEditAdd || command == mnuEditDelete;
+        return command == mnuEditExtract || command == kOpen || (changes && ports_.changes != nullptr);
     }
     void extract(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override;
     void openMember(const ArchiveScene& scene, std::uint32_t entry) override { opener_.open(scene, entry); }
-    bool addFiles(const ArchiveScene&) override { return false; }
-    bool deleteMembers(const ArchiveScene&, const std::vector<ArchiveMember>&) override { return false; }
+    bool addFiles(const ArchiveScene& scene) override {
+        return ports_.changes != nullptr && !extraction_.running() && ports_.changes->pickAndAdd(scene);
+    }
+    bool deleteMembers(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override {
+        return ports_.changes != nullptr && !extraction_.running() && ports_.changes->remove(scene, members);
+    }
     void cancel() noexcept override;
 
 private:

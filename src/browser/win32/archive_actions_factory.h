@@ -13,21 +13,23 @@ namespace tovar {
 class ArchiveActionsFactory {
 public:
     /// All of it outlives the factory and what it makes.
+    /// @param changes  null: archives cannot be changed
     ArchiveActionsFactory(WorkFolder& workFolder, PathOperations& paths, FileSystem& files, MessageBoxes& messages,
-                          MessagePump& pump, ProgressDialogs& progress)
+                          MessagePump& pump, ProgressDialogs& progress, ArchiveChanges* changes = nullptr)
         : workFolder_(workFolder),
           paths_(paths),
           files_(files),
           messages_(messages),
           pump_(pump),
           progress_(progress),
+          changes_(changes),
           launcher_(programs_, pump),
           copies_(files) {}
 
     [[nodiscard]] std::unique_ptr<BrowserActions> create(const BrowserRequest& request) {
         return std::make_unique<ArchiveActions>(
             ArchiveActionsPorts{workFolder_, paths_, files_, messages_, pump_, progress_, launcher_, dialogs_, copies_,
-                                lastFolder_},
+                                lastFolder_, changes_},
             request.fontName);
     }
 
@@ -38,6 +40,7 @@ private:
     MessageBoxes& messages_;
     MessagePump& pump_;
     ProgressDialogs& progress_;
+    ArchiveChanges* changes_;
     WindowsPrograms programs_;
     ProgramLauncher launcher_;
     WindowsUnpackDialogs dialogs_;

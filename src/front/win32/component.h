@@ -13,6 +13,7 @@
 #include "drivers/library_folders.h"
 #include "drivers/module_loader.h"
 #include "front/tovar.h"
+#include "front/win32/change_dialogs.h"
 #include "front/win32/creation_windows.h"
 #include "front/win32/server_lock.h"
 #include "front/win32/windows_ports.h"
@@ -22,6 +23,7 @@
 #include "shell/regional.h"
 #include "shell/win32/ansi_codec.h"
 #include "shell/win32/system_message_boxes.h"
+#include "shell/win32/windows_desktop_files.h"
 #include "shell/win32/windows_file_system.h"
 #include "shell/win32/windows_system_information.h"
 #include "shell/win32/windows_system_paths.h"
@@ -66,14 +68,20 @@ private:
     WindowsMessagePump pump_;
     WindowsWindowSystem windows_;
     WindowsProgressDialogs progress_{regional_, [this] { return state_.fontName; }};
-    ArchiveActionsFactory actions_{workFolder_, paths_, files_, messages_, pump_, progress_};
-    WindowsBrowserFactory browsers_{files_, messages_,
-                                    [this](const BrowserRequest& request) { return actions_.create(request); }};
     PluginState state_;
     HostedProgressDialogs creationProgress_{regional_, [this] { return state_.fontName; }};
     DialogComments comments_{[this] { return state_.fontName; }};
     FoundZipLibraries zipLibraries_{*loader_, finder_, ansi_, systemPaths_};
     ZipEngine zip_{{zipLibraries_, creationProgress_, comments_, passwords_, messages_, files_, systemPaths_}};
+    WindowsDesktopFiles desktopFiles_;
+    FileOperations fileOperations_{desktopFiles_, paths_, pump_};
+    HostedConfirmations confirmations_{[this] { return state_.fontName; }};
+    DialogFileQuestions fileQuestions_;
+    ArchiveChanges changes_{
+        {zip_, confirmations_, fileQuestions_, fileOperations_, workFolder_, paths_, files_, systemPaths_, messages_}};
+    ArchiveActionsFactory actions_{workFolder_, paths_, files_, messages_, pump_, progress_, &changes_};
+    WindowsBrowserFactory browsers_{files_, messages_,
+                                    [this](const BrowserRequest& request) { return actions_.create(request); }};
     WindowsCreationWindows creation_{
         {state_, creationProgress_, zip_, libraries_, regional_, workFolder_, paths_, files_, systemPaths_, messages_}};
 };

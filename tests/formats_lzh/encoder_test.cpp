@@ -56,7 +56,9 @@ std::string text(std::size_t size) {
     std::string bytes;
     while (bytes.size() < size) {
         const std::uint32_t word = random() % 400 * (random() % 5) / 4;
-        bytes += "w" + std::to_string(word * word) + (random() % 9 == 0 ? ".\r\n" : " ");
+        bytes += 'w';
+        bytes += std::to_string(word * word);
+        bytes += random() % 9 == 0 ? ".\r\n" : " ";
     }
     bytes.resize(size);
     return bytes;

@@ -119,7 +119,7 @@ TEST_F(LzhUpdate, AddsToAnArchiveWithoutMembers) {
 TEST_F(LzhUpdate, TakesManyMembersInTime) {
     // Far more than could be compared each with each. Not in Windows, where making them takes the time.
 #ifdef _WIN32
-    constexpr std::size_t kMany = 200;
+    constexpr std::size_t kMany = 100;
 #else
     constexpr std::size_t kMany = 3000;
 #endif

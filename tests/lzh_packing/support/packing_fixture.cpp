@@ -85,18 +85,22 @@ std::vector<std::string> LzhPackingTest::beside() const {
 }
 
 std::string randomBytes(std::size_t size, unsigned seed) {
-    std::mt19937 random(seed);
-    std::string bytes(size, '\0');
-    for (char& byte : bytes) byte = static_cast<char>(random() & 0xFF);
-    return bytes;
+    struct Source {
+        std::mt19937 random;
+        std::string bytes;
+    };
+    // Made once as far as they are asked for, as making them takes longer than packing them does.
+    static std::map<unsigned, Source> sources;
+    Source& source = sources.try_emplace(seed, Source{std::mt19937(seed), {}}).first->second;
+    while (source.bytes.size() < size) source.bytes += static_cast<char>(source.random() & 0xFF);
+    return source.bytes.substr(0, size);
 }
 
 std::string textOf(std::size_t size) {
-    std::mt19937 random(7);
-    std::string text;
+    static std::mt19937 random(7);
+    static std::string text;
     while (text.size() < size) text += "line " + std::to_string(random() % 3000) + " of a text\r\n";
-    text.resize(size);
-    return text;
+    return text.substr(0, size);
 }
 
 }  // namespace archiver::test

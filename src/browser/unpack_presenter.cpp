@@ -1,5 +1,7 @@
 #include "browser/unpack_presenter.h"
 
+#include <utility>
+
 #include "drivers/extract_lines.h"
 #include "shell/list_file.h"
 #include "shell/paths.h"
@@ -29,12 +31,44 @@ void UnpackPresenter::onLoad() {
 }
 
 void UnpackPresenter::onFolderSelected(const std::wstring& folder) {
-    const bool there = !folder.empty() && job_.paths.IsFolder(folder);
-    if (there) {
-        folder_ = folder;
+    // The tree may tell of the same folder again while it is followed.
+    if (waitsFor_ && waitsFor_->starts && waitsFor_->folder == folder) return;
+    waitsFor_.reset();
+    if (folder.empty()) {
+        allowStart(false);
+    } else {
+        ask({folder, false});
+    }
+}
+
+void UnpackPresenter::ask(Wanted wanted) {
+    if (const std::optional<bool> there = view_.askForFolder(wanted.folder)) {
+        answer(wanted, *there);
+        return;
+    }
+    allowStart(false);
+    waitsFor_ = std::move(wanted);
+}
+
+void UnpackPresenter::onFolderAnswer(bool there) {
+    if (!waitsFor_) return;
+    const Wanted wanted = *std::exchange(waitsFor_, std::nullopt);
+    answer(wanted, there);
+}
+
+void UnpackPresenter::answer(const Wanted& wanted, bool there) {
+    allowStart(there);
+    if (wanted.starts) {
+        // It may have gone since it was selected.
+        if (there) {
+            start();
+        } else {
+            tell(kNotFound);
+        }
+    } else if (there) {
+        folder_ = wanted.folder;
         view_.showFolder(folder_);
     }
-    allowStart(there);
 }
 
 void UnpackPresenter::onScope(MemberScope scope) {
@@ -50,12 +84,10 @@ void UnpackPresenter::onNewFolder() {
 }
 
 void UnpackPresenter::onOk() {
-    if (!ready_) return;
-    if (!job_.paths.IsFolder(folder_)) {  // it has gone since it was selected
-        allowStart(false);
-        tell(kNotFound);
-        return;
-    }
+    if (ready_) ask({folder_, true});
+}
+
+void UnpackPresenter::start() {
     if (scope_ != MemberScope::Selected) {
         run(scope_ == MemberScope::All ? std::wstring(kAllMembers) : pattern_);
         return;

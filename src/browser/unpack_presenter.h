@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,8 @@ public:
     void onLoad();
     /// @param folder  empty when what is selected is no folder of the file system
     void onFolderSelected(const std::wstring& folder);
+    /// The answer to what the view was asked last, which took long.
+    void onFolderAnswer(bool there);
     void onScope(MemberScope scope);
     void onPattern(std::wstring_view text) { pattern_ = text; }
     void onOverwrite(bool checked) noexcept { overwrite_ = checked; }
@@ -46,6 +49,15 @@ public:
     void onCancel() { view_.close(); }
 
 private:
+    /// A folder that has to be there before anything is done with it.
+    struct Wanted {
+        std::wstring folder;
+        bool starts = false;  ///< the extraction; otherwise it becomes the target
+    };
+
+    void ask(Wanted wanted);
+    void answer(const Wanted& wanted, bool there);
+    void start();
     void allowStart(bool allowed);
     [[nodiscard]] std::wstring command() const;
     void run(const std::wstring& members);
@@ -58,6 +70,7 @@ private:
     MemberScope scope_ = MemberScope::All;
     bool overwrite_ = false, keepFolders_ = true;
     bool ready_ = false;  ///< the target folder is there
+    std::optional<Wanted> waitsFor_;
 };
 
 }  // namespace tovar

@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,11 @@ public:
     virtual void showFolder(std::wstring_view folder) = 0;
     virtual void enableOk(bool enabled) = 0;
     virtual void enableNewFolder(bool enabled) = 0;
+
+    /// Asks whether there is such a folder.
+    /// @return nullopt where that takes long, as on another computer: the presenter's onFolderAnswer gets the answer
+    ///         then, unless something else was asked before
+    [[nodiscard]] virtual std::optional<bool> askForFolder(const std::wstring& folder) = 0;
 
     /// Lets the user make a folder.
     /// @param parent  where; gets a separator at its end

@@ -14,6 +14,9 @@ protected:
         view.onTree = [this](const std::wstring& folder) {
             if (presenter && treeAnswers) presenter->onFolderSelected(folder);
         };
+        view.onAsked = [this](const std::wstring& folder) {
+            return answersLate ? std::nullopt : std::optional(shell.operations.IsFolder(folder));
+        };
     }
 
     /// The dialog as it comes up.
@@ -28,7 +31,7 @@ protected:
     }
 
     test::FakeUnpackView view;
-    bool treeAnswers = true;
+    bool treeAnswers = true, answersLate = false;
     std::optional<UnpackJob> job;
     std::optional<UnpackPresenter> presenter;
 };
@@ -121,6 +124,69 @@ TEST_F(UnpackPresenterTest, AllowsNothingWhereThereIsNoFolder) {
         EXPECT_FALSE(view.newFolderEnabled) << path;
         EXPECT_EQ(presenter->GetFolder(), LR"(C:\out)") << "the last one that was there";
     }
+}
+
+TEST_F(UnpackPresenterTest, WaitsForTheAnswerOfAnotherComputer) {
+    answersLate = true;
+    show(L"", LR"(\\far\share)");
+    EXPECT_FALSE(view.okEnabled);
+    EXPECT_EQ(view.folder, L"");
+    presenter->onFolderAnswer(true);
+    EXPECT_TRUE(view.okEnabled);
+    EXPECT_EQ(view.folder, LR"(\\far\share)");
+    presenter->onFolderSelected(LR"(\\far\none)");
+    EXPECT_FALSE(view.okEnabled);
+    presenter->onFolderAnswer(false);
+    EXPECT_FALSE(view.okEnabled);
+    EXPECT_EQ(presenter->GetFolder(), LR"(\\far\share)");
+}
+
+TEST_F(UnpackPresenterTest, ForgetsAQuestionWhenAnotherFolderIsSelected) {
+    show();
+    answersLate = true;
+    presenter->onFolderSelected(LR"(\\far\share)");
+    presenter->onFolderSelected(L"");
+    presenter->onFolderAnswer(true);
+    EXPECT_FALSE(view.okEnabled);
+    EXPECT_EQ(presenter->GetFolder(), LR"(C:\out)");
+}
+
+TEST_F(UnpackPresenterTest, StartsWhenTheAnswerIsThere) {
+    show();
+    answersLate = true;
+    presenter->onOk();
+    EXPECT_FALSE(view.hidden);
+    EXPECT_FALSE(view.okEnabled) << "once is enough";
+    presenter->onOk();
+    presenter->onFolderSelected(LR"(C:\out)");  // the tree looks at it again
+    EXPECT_TRUE(library.calls.empty());
+    presenter->onFolderAnswer(true);
+    EXPECT_FALSE(library.calls.empty());
+    EXPECT_TRUE(view.closed);
+}
+
+TEST_F(UnpackPresenterTest, StartsNothingWhenItsUserGoesElsewhereMeanwhile) {
+    shell.files.addFolder(LR"(C:\other)");
+    show();
+    answersLate = true;
+    presenter->onOk();
+    answersLate = false;
+    presenter->onFolderSelected(LR"(C:\other)");
+    presenter->onFolderAnswer(true);
+    EXPECT_TRUE(library.calls.empty());
+    EXPECT_FALSE(view.closed);
+    EXPECT_TRUE(view.okEnabled);
+}
+
+TEST_F(UnpackPresenterTest, TellsLateThatTheTargetFolderHasGone) {
+    show();
+    answersLate = true;
+    presenter->onOk();
+    presenter->onFolderAnswer(false);
+    EXPECT_FALSE(view.okEnabled);
+    EXPECT_FALSE(view.closed);
+    EXPECT_TRUE(library.calls.empty());
+    EXPECT_EQ(shell.messages.shown.size(), 1U);
 }
 
 TEST_F(UnpackPresenterTest, MakesAFolderUnderTheOneShownAndShowsIt) {

@@ -1,15 +1,22 @@
 #include "browser/win32/unpack_dialog.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "browser/win32/unpack_dialog_controls.h"
 #include "shell/prompt_new_folder.h"
 #include "shell/win32/form_placement.h"
+#include "shell/win32/long_paths.h"
 #include "shell/win32/message_map.h"
 #include "shell/win32/new_folder_dialog.h"
 
 namespace tovar {
 namespace {
+
+constexpr std::uint32_t kFolderQuestion = 1;
+constexpr UINT_PTR kAnswerTimer = 1;
+constexpr UINT kBetweenLooks = 50;  // milliseconds
+constexpr DWORD kPatience = 150;    // milliseconds, in which most answers come and nobody waits for the window
 
 /// Closes what a dialog has opened over itself: another dialog, or a message box.
 BOOL CALLBACK closeIfAbove(HWND window, LPARAM dialog) {
@@ -69,8 +76,12 @@ bool fArcUnPack::onCommand(WPARAM wParam) {
     return dispatchCommand(*this, routes, wParam);
 }
 
-std::optional<INT_PTR> fArcUnPack::onMessage(UINT message, WPARAM, LPARAM lParam) {
+std::optional<INT_PTR> fArcUnPack::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        case WM_TIMER:
+            if (wParam != kAnswerTimer) return std::nullopt;
+            onTimer();
+            return TRUE;
         case WM_SIZE:
             anchors_.layOut();
             return TRUE;
@@ -127,6 +138,21 @@ void fArcUnPack::showFolder(std::wstring_view folder) {
 void fArcUnPack::enableOk(bool enabled) { enable(IDOK, enabled); }
 
 void fArcUnPack::enableNewFolder(bool enabled) { enable(IDC_CMD_NEW_FOLDER, enabled); }
+
+std::optional<bool> fArcUnPack::askForFolder(const std::wstring& folder) {
+    if (!isSlowPlace(folder)) return job_.paths.IsFolder(folder);
+    const auto question = [&paths = job_.paths, folder] { return paths.IsFolder(folder); };
+    const std::optional<bool> there = lateAnswers_.ask(kFolderQuestion, question, kPatience);
+    if (!there) ::SetTimer(hwnd(), kAnswerTimer, kBetweenLooks, nullptr);
+    return there;
+}
+
+void fArcUnPack::onTimer() {
+    const auto answers = lateAnswers_.takeAnswers();
+    // Before the answer is told: a whole extraction may follow from it.
+    if (!lateAnswers_.isOpen(kFolderQuestion)) ::KillTimer(hwnd(), kAnswerTimer);
+    for (const auto& [question, there] : answers) presenter_.onFolderAnswer(there);
+}
 
 std::wstring fArcUnPack::promptNewFolder(std::wstring& parent) {
     fNewFolder dialog(hwnd(), fontName_);

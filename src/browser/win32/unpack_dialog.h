@@ -1,6 +1,7 @@
 #pragma once
 #include <windows.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,7 @@
 #include "shell/win32/dialog.h"
 #include "shell/win32/folder_tree_view.h"
 #include "shell/win32/form_anchors.h"
+#include "shell/win32/side_thread.h"
 
 namespace tovar {
 
@@ -35,6 +37,7 @@ private:
     bool onCommand(WPARAM wParam) override;
     std::optional<INT_PTR> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void onTree();
+    void onTimer();
     void onSelected() { presenter_.onScope(MemberScope::Selected); }
     void onAll() { presenter_.onScope(MemberScope::All); }
     void onMatching() { presenter_.onScope(MemberScope::Matching); }
@@ -58,6 +61,7 @@ private:
     void showFolder(std::wstring_view folder) override;
     void enableOk(bool enabled) override;
     void enableNewFolder(bool enabled) override;
+    [[nodiscard]] std::optional<bool> askForFolder(const std::wstring& folder) override;
     [[nodiscard]] std::wstring promptNewFolder(std::wstring& parent) override;
     void hide() override;
     void close() override;
@@ -68,6 +72,7 @@ private:
     std::wstring fontName_;
     WenFolderTreeView tree_;
     FormAnchors anchors_;
+    SideWork<bool> lateAnswers_{[] { return false; }};
     UnpackPresenter presenter_{*this, job_};
 };
 

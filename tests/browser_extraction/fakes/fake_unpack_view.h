@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ public:
     std::vector<std::wstring> parents;  ///< folders that New Folder was for
     std::wstring newFolder;             ///< what the user makes there
     std::function<void(const std::wstring&)> onTree;
+    std::function<std::optional<bool>(const std::wstring&)> onAsked;
 
     [[nodiscard]] WindowHandle hWnd() const override { return const_cast<FakeUnpackView*>(this); }
     void setCaption(std::wstring_view text) override { caption = text; }
@@ -38,6 +40,9 @@ public:
     void showFolder(std::wstring_view path) override { folder = path; }
     void enableOk(bool enabled) override { okEnabled = enabled; }
     void enableNewFolder(bool enabled) override { newFolderEnabled = enabled; }
+    [[nodiscard]] std::optional<bool> askForFolder(const std::wstring& path) override {
+        return onAsked ? onAsked(path) : true;
+    }
     [[nodiscard]] std::wstring promptNewFolder(std::wstring& parent) override {
         parent += L'\\';
         parents.push_back(parent);

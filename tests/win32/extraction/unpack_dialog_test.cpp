@@ -15,6 +15,7 @@
 #include "shell/fakes/fake_message_boxes.h"
 #include "shell/win32/folder_dialog_controls.h"
 #include "shell/win32/handles.h"
+#include "shell/win32/long_paths.h"
 #include "shell/win32/pending_messages.h"
 #include "shell/win32/regional_settings.h"
 #include "shell/win32/windows_file_system.h"
@@ -182,6 +183,25 @@ TEST_F(UnpackDialog, StaysWhenItsFolderHasVanished) {
     });
     EXPECT_TRUE(told);
     EXPECT_TRUE(driver.extracted.empty());
+}
+
+TEST_F(UnpackDialog, TakesAFolderWhosePathIsLongerThanOthersAllow) {
+    std::wstring deep = target;
+    for (int depth = 0; depth < 5; ++depth) {
+        deep += L'\\' + std::wstring(60, static_cast<wchar_t>(L'a' + depth));
+        ASSERT_NE(::CreateDirectoryW(extendedPath(deep).c_str(), nullptr), FALSE);
+    }
+    const std::wstring chosen = show(
+        [&](const UnpackControls& dialog) {
+            EXPECT_EQ(dialog.text(IDC_LBL_FOLDER), deep);
+            EXPECT_TRUE(dialog.isEnabled(IDOK));
+            dialog.press(IDOK);
+        },
+        L"", deep);
+    EXPECT_EQ(chosen, deep);
+    ASSERT_EQ(driver.extracted.size(), 1U);
+    EXPECT_EQ(driver.extracted[0].folder, deep);
+    EXPECT_TRUE(messages.shown.empty());
 }
 
 TEST_F(UnpackDialog, WaitsForTheUserWhenItsFirstFolderIsNotThere) {

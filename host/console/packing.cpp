@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 #include <system_error>
+#include <vector>
 
 #include "archivers/convention/zip_abi.h"
 #include "create/zip_engine.h"
@@ -66,6 +67,28 @@ std::wstring cabWords(const Arguments& arguments) {
     if (arguments.recurse) words += L" -r";
     return words;
 }
+
+/// Keeps what the zip engine says until its run has ended: that there was nothing to do, the last that it says then, is
+/// no error where only newer files were wanted, and said in other words where names were given.
+class KeptMessages final : public MessageBoxes {
+public:
+    void show(WindowHandle, std::wstring_view text, std::wstring_view title, MessageIcon icon) override {
+        kept_.push_back({std::wstring(text), std::wstring(title), icon});
+    }
+    void dropLast() {
+        if (!kept_.empty()) kept_.pop_back();
+    }
+    void showIn(MessageBoxes& messages) const {
+        for (const Kept& each : kept_) messages.show(nullptr, each.text, each.title, each.icon);
+    }
+
+private:
+    struct Kept {
+        std::wstring text, title;
+        MessageIcon icon;
+    };
+    std::vector<Kept> kept_;
+};
 
 bool isFile(const std::wstring& path) {
     std::error_code error;
@@ -141,8 +164,9 @@ ExitCode Packing::changeZip(const Job& job, const std::vector<std::wstring>& nam
     }
     NoComments comments;
     ZipProgress progress(output_);
+    KeptMessages messages;
     ZipEngine engine(
-        {system_.zipLibraries(), progress, comments, password, messages_, system_.files(), system_.paths()});
+        {system_.zipLibraries(), progress, comments, password, messages, system_.files(), system_.paths()});
     const std::wstring line = zipLine(job.arguments);
     const std::wstring rows = job.arguments.command == Command::Delete ? zipMemberRows(names) : zipRows(names);
     const bool good = engine
@@ -153,11 +177,10 @@ ExitCode Packing::changeZip(const Job& job, const std::vector<std::wstring>& nam
                                 .baseFolder = job.base})
                           .value_or(false);
     const ZipReport& report = engine.report();
-    // Its message has been shown.
-    return tell(job, {.code = report.code,
-                      .text = report.log,
-                      .failed = !good,
-                      .nothingChosen = report.code == archiver::zip_abi::result::kNothingToDo});
+    const bool idle = report.code == archiver::zip_abi::result::kNothingToDo;
+    if (idle) messages.dropLast();
+    messages.showIn(messages_);
+    return tell(job, {.code = report.code, .text = report.log, .failed = !good, .nothingChosen = idle});
 }
 
 ExitCode Packing::changeByDriver(const Job& job, const std::vector<std::wstring>& names) {
@@ -188,16 +211,19 @@ ExitCode Packing::changeByDriver(const Job& job, const std::vector<std::wstring>
     return tell(job, result);
 }
 
-ExitCode Packing::tell(const Job& job, const ExtractResult& result) {
+ExitCode Packing::tell(const Job& job, ExtractResult result) {
     std::string out;
     const bool deletes = job.arguments.command == Command::Delete;
+    if (result.nothingChosen && !deletes && job.arguments.sources != Sources::All) {
+        result.failed = result.nothingChosen = false;
+        result.message.clear();
+    }
     appendChange(out, job.archive, deletes ? std::wstring_view() : job.base, result, job.arguments.json);
     output_.write(out);
-    if (!result.message.empty() && (result.failed || result.nothingChosen)) {
+    if (!result.message.empty() && result.failed && !result.nothingChosen) {
         static_cast<void>(refuse(job.name + L": " + result.message, kBadArchive));
     }
     if (!result.nothingChosen) return result.failed ? kBadArchive : kGood;
-    if (!deletes && job.arguments.sources != Sources::All) return kGood;
     return refuse(job.name + (deletes ? L": no member is called so" : L": no file is called so"), kNoMember);
 }
 

@@ -35,7 +35,8 @@ private:
     ExitCode begin(const Job& job);
     ExitCode changeZip(const Job& job, const std::vector<std::wstring>& names);
     ExitCode changeByDriver(const Job& job, const std::vector<std::wstring>& names);
-    ExitCode tell(const Job& job, const ExtractResult& result);
+    /// Nothing to do is no failure where only newer files were wanted.
+    ExitCode tell(const Job& job, ExtractResult result);
 
     ConsoleOutput& output_;
     SystemServices& system_;

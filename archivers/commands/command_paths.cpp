@@ -19,6 +19,16 @@ void appendNative(std::basic_string_view<Character> text, std::string& utf8) {
     }
 }
 
+/// Makes "C:\docs" of "\\?\C:\docs", and "\\server\docs" of "\\?\UNC\server\docs".
+void dropLongForm(std::string& path) {
+    constexpr std::string_view kLong = R"(\\?\)", kNetwork = R"(\\?\UNC\)";
+    if (path.starts_with(kNetwork)) {
+        path.replace(0, kNetwork.size(), R"(\\)");
+    } else if (path.starts_with(kLong) && path.size() > kLong.size() + 1 && path[kLong.size() + 1] == ':') {
+        path.erase(0, kLong.size());
+    }
+}
+
 }  // namespace
 
 std::filesystem::path pathOf(std::string_view utf8) {
@@ -52,6 +62,7 @@ bool isFile(const std::filesystem::path& file) noexcept {
 std::string utf8Of(const std::filesystem::path& path) {
     std::string utf8;
     appendNative(std::basic_string_view<std::filesystem::path::value_type>(path.native()), utf8);
+    if constexpr (std::filesystem::path::preferred_separator == '\\') dropLongForm(utf8);
     return utf8;
 }
 

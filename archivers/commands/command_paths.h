@@ -20,7 +20,7 @@ namespace archiver {
 /// Whether something that is no folder stands there.
 [[nodiscard]] bool isFile(const std::filesystem::path& file) noexcept;
 
-/// The path as a text for people; what is no character becomes U+FFFD.
+/// The path as a text for people: without the sign of a long path in Windows; what is no character becomes U+FFFD.
 [[nodiscard]] std::string utf8Of(const std::filesystem::path& path);
 
 }  // namespace archiver

@@ -26,6 +26,16 @@ TEST(CommandPaths, KeepUtf8) {
     EXPECT_EQ(utf8Of(pathOf(name)), name);
 }
 
+TEST(CommandPaths, AreShownWithoutTheSignOfALongPath) {
+    // Elsewhere these are plain names.
+    const bool windows = std::filesystem::path::preferred_separator == '\\';
+    EXPECT_EQ(utf8Of(R"(\\?\C:\docs\a.txt)"), windows ? R"(C:\docs\a.txt)" : R"(\\?\C:\docs\a.txt)");
+    EXPECT_EQ(utf8Of(R"(\\?\UNC\server\docs)"), windows ? R"(\\server\docs)" : R"(\\?\UNC\server\docs)");
+    EXPECT_EQ(utf8Of(R"(\\?\Volume{1}\docs)"), R"(\\?\Volume{1}\docs)") << "there is no shorter form";
+    EXPECT_EQ(utf8Of(R"(\\server\docs)"), R"(\\server\docs)");
+    EXPECT_EQ(utf8Of(R"(\\?\)"), R"(\\?\)");
+}
+
 TEST(CommandPaths, AddTheExtensionOfTheLanguage) {
     const testing::ScratchFolder folder("command-paths");
     EXPECT_EQ(archiveOf("docs", ".zip"), "docs.zip");

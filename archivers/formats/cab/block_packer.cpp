@@ -1,8 +1,10 @@
 #include "archivers/formats/cab/block_packer.h"
 
+#include <libdeflate.h>
 #include <zlib.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <new>
 
@@ -13,7 +15,12 @@ namespace archiver::cab {
 namespace {
 
 constexpr int kLevel = Z_DEFAULT_COMPRESSION;
-constexpr int kMemory = 8;              // of a block's symbols two sets of codes, which packs a little tighter than one
+constexpr int kMemory = 8;  // of a block's symbols two sets of codes, which packs a little tighter than one
+// Lists of numbers match nearly everywhere, but never far: which matches are taken counts for more than what the block
+// before holds. Looked for exactly they shrink to the half and in less time than it takes with the block before; other
+// content would take three times as long for 1 per cent.
+constexpr int kExactLevel = 10;
+constexpr int kFewKinds = 32;
 constexpr std::size_t kMarkSize = 2;    // "CK"
 constexpr std::size_t kStoredHead = 5;  // of a stream block that does not compress
 
@@ -24,6 +31,12 @@ void storeHead(std::vector<char>& block, std::size_t contentSize) {
     const std::span<const char> bytes(block);
     const std::uint32_t sum = blockChecksum(bytes.subspan(kBlockHeadSize), 0);
     little_endian::store32(block.data(), blockChecksum(bytes.subspan(4, 4), sum));
+}
+
+bool hasFewKinds(std::span<const char> content) noexcept {
+    std::array<bool, 256> seen{};
+    for (const char byte : content) seen[static_cast<unsigned char>(byte)] = true;
+    return std::ranges::count(seen, true) <= kFewKinds;
 }
 
 }  // namespace
@@ -65,6 +78,22 @@ struct BlockPacker::Deflater {
     z_stream stream{};
 };
 
+struct BlockPacker::ExactDeflater {
+    ExactDeflater() : compressor(::libdeflate_alloc_compressor(kExactLevel)) {
+        if (compressor == nullptr) throw std::bad_alloc();
+    }
+    ~ExactDeflater() { ::libdeflate_free_compressor(compressor); }
+    ExactDeflater(const ExactDeflater&) = delete;
+    ExactDeflater& operator=(const ExactDeflater&) = delete;
+
+    /// As above, with nothing before the content.
+    std::size_t run(std::span<const char> content, std::span<char> room) noexcept {
+        return ::libdeflate_deflate_compress(compressor, content.data(), content.size(), room.data(), room.size());
+    }
+
+    libdeflate_compressor* compressor;
+};
+
 BlockPacker::BlockPacker() = default;
 BlockPacker::~BlockPacker() = default;
 
@@ -83,7 +112,16 @@ void BlockPacker::pack(CabinetMethod method, std::span<const char> content, std:
     block[kBlockHeadSize + 1] = 'K';
     // One byte less than it takes to store the content: what does not gain is stored.
     const std::span<char> room = std::span(block).subspan(kFront, kStoredHead + content.size() - 1);
-    if (const std::size_t packed = deflater_->run(content, before, room); packed != 0) {
+    std::size_t packed = deflater_->run(content, before, room);
+    if (packed != 0 && hasFewKinds(content)) {
+        if (!exact_) exact_ = std::make_unique<ExactDeflater>();
+        exactBytes_.resize(packed - 1);
+        if (const std::size_t less = exact_->run(content, exactBytes_); less != 0) {
+            packed = less;
+            std::copy_n(exactBytes_.begin(), packed, room.begin());
+        }
+    }
+    if (packed != 0) {
         block.resize(kFront + packed);
     } else {
         char* const stored = block.data() + kFront;

@@ -28,7 +28,10 @@ public:
 
 private:
     struct Deflater;
+    struct ExactDeflater;
     std::unique_ptr<Deflater> deflater_;
+    std::unique_ptr<ExactDeflater> exact_;
+    std::vector<char> exactBytes_;
 };
 
 /// The checksum of a block: the exclusive or of all groups of four bytes, with a shorter group's bytes from the

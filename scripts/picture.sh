@@ -69,6 +69,17 @@ take_picture() {
     mogrify -trim +repage "$1" # the bare desktop around the windows says nothing
 }
 
+# Opens an archive in the sample host, takes the screen once the extraction dialog is shown, and closes the host.
+# $1: the picture; $2: the archive
+take_unpack_picture() {
+    mkdir -p "$(dirname "$1")"
+    start_host "$2" --extract
+    say "The sample host says: $report"
+    settled_picture "$1"
+    stop_host
+    mogrify -trim +repage "$1"
+}
+
 # Lets the sample host compress a folder, takes the screen once the pack dialog is shown, and closes the host. Of the
 # libraries that create archives only one is there, so that its packer is chosen.
 # $1: the picture; $2: the library; $3: the folder

@@ -1,4 +1,6 @@
-// SampleHost.exe [--report] [--compress] [ARCHIVE or FOLDER]
+// SampleHost.exe [--report] [--compress] [--extract] [ARCHIVE or FOLDER]
+//
+// --compress and --extract press the buttons of those names, so that scripts see the dialogs.
 //
 // --report writes one line to standard output as soon as the window shows what it was started with: scripts wait for it
 // before they take a picture or a time.
@@ -49,6 +51,32 @@ void compressAll(HWND host) {
     ::SendMessageW(::FindWindowExW(host, nullptr, WC_BUTTONW, L"&Compress"), BM_CLICK, 0, 0);
 }
 
+/// Reports the dialog that a button has brought up.
+void CALLBACK reportDialog(HWND, UINT, UINT_PTR timer, DWORD) {
+    if (shownMessage() == nullptr) return;
+    ::KillTimer(nullptr, timer);
+    std::printf("a dialog is shown\n");
+    std::fflush(stdout);
+}
+
+/// Presses the browser's Extract, once messages run.
+BOOL CALLBACK pressExtract(HWND window, LPARAM) {
+    wchar_t name[32];
+    if (::GetClassNameW(window, name, 32) == 0 || std::wcscmp(name, TOOLBARCLASSNAMEW) != 0) return TRUE;
+    TBBUTTON button{};
+    for (WPARAM i = 0; ::SendMessageW(window, TB_GETBUTTON, i, reinterpret_cast<LPARAM>(&button)) != FALSE; ++i) {
+        wchar_t text[64] = L"";
+        const auto command = static_cast<WPARAM>(button.idCommand);
+        const LRESULT length = ::SendMessageW(window, TB_GETBUTTONTEXTW, command, 0);
+        if (length < 0 || length >= 64) continue;
+        ::SendMessageW(window, TB_GETBUTTONTEXTW, command, reinterpret_cast<LPARAM>(text));
+        if (std::wcscmp(text, L"Extract") != 0) continue;
+        ::PostMessageW(::GetParent(window), WM_COMMAND, command, reinterpret_cast<LPARAM>(window));
+        return FALSE;
+    }
+    return TRUE;
+}
+
 double millisecondsSince(const LARGE_INTEGER& start) {
     LARGE_INTEGER now, frequency;
     ::QueryPerformanceCounter(&now);
@@ -59,13 +87,15 @@ double millisecondsSince(const LARGE_INTEGER& start) {
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    bool report = false, compress = false;
+    bool report = false, compress = false, extract = false;
     std::wstring path;
     for (int i = 1; i < count; ++i) {
         if (std::wcscmp(arguments[i], L"--report") == 0) {
             report = true;
         } else if (std::wcscmp(arguments[i], L"--compress") == 0) {
             compress = true;
+        } else if (std::wcscmp(arguments[i], L"--extract") == 0) {
+            extract = true;
         } else {
             path = arguments[i];
         }
@@ -87,8 +117,11 @@ int wmain(int count, wchar_t** arguments) {
             if (compress) compressAll(window.hwnd());
             const bool shown = !archive.empty() && window.open(archive);
             window.paintNow();
-            if (report) {
-                ::KillTimer(nullptr, timer);
+            if (extract) ::EnumChildWindows(window.hwnd(), &pressExtract, 0);
+            if (report) ::KillTimer(nullptr, timer);
+            if (report && extract) {
+                ::SetTimer(nullptr, 0, 100, &reportDialog);
+            } else if (report) {
                 std::printf("%s after %.1f ms\n", shown ? "the archive is shown" : "no archive is shown",
                             millisecondsSince(begin));
                 std::fflush(stdout);

@@ -73,6 +73,8 @@ std::string_view messageOf(PackWarning warning) noexcept {
             return "it cannot be opened";
         case PackWarning::kChanged:
             return "it became shorter while it was packed";
+        case PackWarning::kHidden:
+            return "hidden or system file";
         case PackWarning::kNotRemoved:
             return "it is packed, but cannot be removed";
     }

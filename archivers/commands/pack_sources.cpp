@@ -53,6 +53,17 @@ bool flatten(std::vector<SourceItem>& items) {
     return distinct;
 }
 
+/// The walk gives hidden files only where they are named themselves. Not to take them is what the command says, and no
+/// error; the user is told nevertheless, as it may not be what was meant.
+void leaveHidden(std::vector<SourceItem>& items, PackEvents& events) {
+    std::erase_if(items, [&](const SourceItem& item) {
+        constexpr std::uint8_t kEither = attribute::kHidden | attribute::kSystem;
+        if (item.isFolder() || (item.facts.attributes & kEither) == 0) return false;
+        events.warning(PackWarning::kHidden, item.name);
+        return true;
+    });
+}
+
 }  // namespace
 
 ReturnCode findSources(const Command& command, SourceSystem& system, PackEvents& events, std::vector<SourceItem>& items,
@@ -77,6 +88,7 @@ ReturnCode findSources(const Command& command, SourceSystem& system, PackEvents&
         if (code == kOk) code = kCannotRead;
     }
     items = std::move(walk.items());
+    if (!pack.hidden) leaveHidden(items, events);
     if (pack.move) {
         std::ranges::copy_if(items, std::back_inserter(folders), &SourceItem::isFolder);
         if (!pack.folderEntries) std::erase_if(items, [](const SourceItem& item) { return item.isFolder(); });

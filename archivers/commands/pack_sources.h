@@ -8,7 +8,7 @@
 namespace archiver {
 
 /// Finds what a command packs, in the order of its names, each name in the archive once. What is not there, or cannot
-/// be listed, is warned of.
+/// be listed, is warned of, as are hidden files that the command does not take though it names them.
 /// @param command  with absolute paths; the archive itself is never among the items
 /// @param folders  gets all folders among them when the command moves
 /// @return kOk; kNotExist when a name gave nothing, kSameNameFile when two files would get one name, kCannotRead for a

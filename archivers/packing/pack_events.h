@@ -20,6 +20,7 @@ enum class PackWarning : std::uint8_t {
     kNotFound,    ///< no file has the name, and the pattern chooses none
     kNotOpened,   ///< it is there and cannot be read, or vanished
     kChanged,     ///< it became shorter while it was packed; it is as long as what could be read
+    kHidden,      ///< it is hidden or the system's, and the command takes no such files
     kNotRemoved,  ///< it is in the archive and could not be removed after the move
 };
 

@@ -98,6 +98,13 @@ TEST_F(LzhPackingTest, LeavesHiddenFilesUnlessTold) {
         return names();
     };
     EXPECT_EQ(packed("a -r2 ARC /base/ *.*"), Names{"plain"});
+    EXPECT_EQ(packed("a -r2 ARC /base/ hidden plain system"), Names{"plain"}) << "nor when they are named";
+    EXPECT_EQ(events_.lines, (Names{"begin plain", "end plain", "warning hidden: hidden or system file",
+                                    "warning system: hidden or system file", "begin plain", "end plain"}));
+    std::filesystem::remove(archive_);
+    EXPECT_EQ(run("a -r2 ARC /base/ hidden"), kNotExist);
+    EXPECT_FALSE(std::filesystem::exists(archive_));
+    EXPECT_EQ(packed("a -r2 -a1 ARC /base/ hidden"), Names{"hidden"});
     EXPECT_EQ(packed("a -r2 -a1 ARC /base/ *.*"), (Names{"hidden", "plain", "system"}));
     EXPECT_EQ(member("hidden").attributes, attribute::kHidden);
     EXPECT_EQ(member("system").attributes, attribute::kSystem | attribute::kReadOnly);

@@ -96,5 +96,30 @@ for console in native_tovar wine_tovar; do
         rm -rf "$packing_work/rest/docs" "$packing_work/rest/one.txt"
         count_same_packed "$peer unpacks the $kind that $console deleted from" "$packing_work/rest" "$packing_work/out"
     done
+
+    # What is newer takes the place of what is there, and what is moved leaves the disk.
+    rm -rf "$packing_work/changed" "$packing_work/moved.lzh"
+    cp -r "$packing_work/tree" "$packing_work/changed"
+    touch -d 2001-01-01 "$packing_work/changed/one.txt"
+    code=0
+    console_in $console "$packing_work/changed" create "$packing_work/moved.lzh" one.txt empty.txt || code=$?
+    printf 'newer\n' >"$packing_work/changed/one.txt"
+    console_in $console "$packing_work/changed" add --freshen "$packing_work/moved.lzh" one.txt docs || code=$?
+    for peer in lha 7zz; do
+        unpack_by_peer "$peer" "$packing_work/moved.lzh" "$packing_work/out"
+        count_check "$peer finds what $console freshened" \
+            "$([ "$(cat "$packing_work/out/one.txt")$(ls "$packing_work/out")" = "newerempty.txt
+one.txt" ] && echo 0 || echo 1)"
+    done
+    cp -r "$packing_work/changed" "$packing_work/whole"
+    console_in $console "$packing_work/changed" add --update "$packing_work/moved.lzh" one.txt src || code=$?
+    console_in $console "$packing_work/changed" add --move "$packing_work/moved.lzh" docs || code=$?
+    count_check "$console freshens, updates and moves" "$code"
+    count_check "$console leaves nothing of what it moved" "$([ ! -e "$packing_work/changed/docs" ] && echo 0 || echo 1)"
+    for peer in lha 7zz; do
+        unpack_by_peer "$peer" "$packing_work/moved.lzh" "$packing_work/out"
+        count_same_packed "$peer unpacks what $console updated and moved" "$packing_work/whole" "$packing_work/out"
+    done
+    rm -rf "$packing_work/whole"
 done
 rm -rf "$packing_work"

@@ -2,6 +2,8 @@
 
 #include "create/win32/pack_dialog.h"
 
+#include <dlgs.h>
+
 #include "create/fakes/pack_fixture.h"
 #include "create/win32/comment_dialog.h"
 #include "create/win32/messages_dialog.h"
@@ -135,6 +137,41 @@ TEST_F(PackWindow, HidesWhileItWorks) {
     EXPECT_FALSE(visible);
     EXPECT_TRUE(enabled);
     EXPECT_FALSE(::IsWindow(hidden));
+}
+
+TEST_F(PackWindow, TakesTheArchiveThatIsBrowsedFor) {
+    wchar_t temporary[MAX_PATH] = L"";
+    ASSERT_NE(::GetTempPathW(MAX_PATH, temporary), 0U);
+    const std::wstring picked = std::wstring(temporary) + L"picked-in-the-dialog.zip";
+    std::wstring title;
+    const DialogUser<cmb13> user([&](HWND dialog) {
+        title = textOf(dialog);
+        ::SetDlgItemTextW(dialog, cmb13, picked.c_str());
+        ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+    });
+    show([&](const PackControls& dialog) {
+        dialog.click(IDC_CMD_ARC_FILE);
+        EXPECT_EQ(::CompareStringOrdinal(dialog.text(IDC_TXT_ARC_FILE).c_str(), -1, picked.c_str(), -1, TRUE),
+                  CSTR_EQUAL)
+            << testing::PrintToString(dialog.text(IDC_TXT_ARC_FILE));
+        dialog.press(IDCANCEL);
+    });
+    EXPECT_EQ(user.times(), 1);
+    EXPECT_EQ(title, L"Create Zip File");
+    EXPECT_EQ(::GetFileAttributesW(picked.c_str()), INVALID_FILE_ATTRIBUTES) << "nothing is made yet";
+}
+
+TEST_F(PackWindow, KeepsItsArchiveWhenBrowsingIsCancelled) {
+    const DialogUser<cmb13> user([](HWND dialog) {
+        ::SetDlgItemTextW(dialog, cmb13, LR"(C:\other.zip)");
+        ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+    });
+    show([&](const PackControls& dialog) {
+        dialog.click(IDC_CMD_ARC_FILE);
+        EXPECT_EQ(dialog.text(IDC_TXT_ARC_FILE), LR"(C:\out\new.zip)");
+        dialog.press(IDCANCEL);
+    });
+    EXPECT_EQ(user.times(), 1);
 }
 
 TEST_F(PackWindow, TakesNamesOutOfItsList) {

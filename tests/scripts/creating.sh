@@ -9,7 +9,7 @@ head -c 70000 /dev/zero | tr '\0' '\1' >"$creating_work/tree/sub/deep/c.bin"
 
 # The test of the dialog leaves copies of its archives.
 TOVAREX_KEEP_ARCHIVES=$(windows_path "$creating_work/made") wine \
-    "${TOVAREX_BIN:-$build/win32-release/bin}/win32_create_tests.exe" --gtest_filter='Kinds/CreateForReal.*' \
+    "${TOVAREX_BIN:-$build/win32-release/bin}/win32_create_tests.exe" --gtest_filter='Kinds/CreateForReal.*:*.EncryptsForReal' \
     >"$build/logs/creating.log" 2>&1 </dev/null || true
 
 # $1: what is checked; $2: the archive's extension; $3 and more: what unpacks it into the current folder
@@ -26,6 +26,12 @@ count_unpacked 'unzip unpacks what the pack dialog creates' zip unzip -q
 for kind in zip lzh cab; do
     count_unpacked "7zz unpacks the $kind that the pack dialog creates" "$kind" 7zz x -bso0
 done
+# A password that was entered in the dialog.
+count_unpacked 'unzip unpacks the encrypted zip of the pack dialog' locked.zip unzip -q -P secret
+count_unpacked '7zz unpacks the encrypted zip of the pack dialog' locked.zip 7zz x -bso0 -psecret
+creating_code=0
+7zz t -pwrong "$creating_work/made/new.locked.zip" >"$build/logs/creating-out.log" 2>&1 && creating_code=1
+count_check 'another password does not unpack it' "$creating_code"
 count_unpacked 'jlha unpacks the lzh that the pack dialog creates' lzh jlha xq
 
 rm -rf "$creating_work"

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
+#include <optional>
+#include <utility>
 
 #include "browser/win32/work_dialog_controls.h"
 #include "win32/create/pack_controls.h"
@@ -218,6 +221,69 @@ TEST_F(CreateByDialog, StopsTheLibraryByTheProgressDialog) {
     ASSERT_EQ(boxes.seen.size(), 1U);
     EXPECT_EQ(boxes.seen[0].text, L"User Interrupted Or Abnormal Termination");
     EXPECT_EQ(boxes.seen[0].title, L"Compression Error");
+}
+
+std::string bytesOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+/// The flags in front of a member: those of the local header with its name; none without one.
+std::optional<unsigned> flagsOf(const std::string& bytes, const std::string& name) {
+    static constexpr std::size_t kNameAt = 30, kFlagsAt = 6;
+    for (std::size_t at = bytes.find(name); at != bytes.npos; at = bytes.find(name, at + 1)) {
+        if (at < kNameAt || bytes.compare(at - kNameAt, 4, "PK\3\4") != 0) continue;
+        const auto byteAt = [&](std::size_t offset) {
+            return static_cast<unsigned>(static_cast<unsigned char>(bytes[at - kNameAt + offset]));
+        };
+        return byteAt(kFlagsAt) | byteAt(kFlagsAt + 1) << 8U;
+    }
+    return std::nullopt;
+}
+
+// Whatever the process's code page: 932 has the first name, its second byte that of a backslash, and not the others.
+TEST_F(CreateByDialog, KeepsNamesThatNoCodePageHolds) {
+    const std::pair<const wchar_t*, const char*> names[] = {{L"\u8868\u30BD.txt", "\xE8\xA1\xA8\xE3\x82\xBD.txt"},
+                                                            {L"\u00E9t\u00E9.txt", "\xC3\xA9t\xC3\xA9.txt"},
+                                                            {L"\u0416.txt", "\xD0\x96.txt"},
+                                                            {L"\U0001F600.txt", "\xF0\x9F\x98\x80.txt"}};
+    std::wstring list;
+    for (const auto& [name, stored] : names) {
+        std::ofstream(base / name, std::ios::binary) << "text of " << stored;
+        list.append(name).append(L"\r\n");
+    }
+    libraries.bundled(L"InfoZip32.dll");
+    libraries.bundled(L"UnZip32.dll");
+    create();
+    createArchive(L"new.zip", list, [](const PackControls& dialog) { dialog.press(IDOK); });
+    EXPECT_TRUE(boxes.seen.empty()) << (boxes.seen.empty() ? "" : testing::PrintToString(boxes.seen[0].text));
+    const std::string bytes = bytesOf(made(L"new.zip"));
+    static constexpr unsigned kUtf8 = 0x800;
+    for (const auto& [name, stored] : names) EXPECT_EQ(flagsOf(bytes, stored).value_or(0) & kUtf8, kUtf8) << stored;
+    ASSERT_TRUE(open(made(L"new.zip").native()));
+    EXPECT_EQ(browser().rowCount(), 4);
+}
+
+// Other programs unpack it with this password, and with no other one: the script that checks archives has them do it.
+TEST_F(CreateByDialog, EncryptsForReal) {
+    libraries.bundled(L"InfoZip32.dll");
+    create();
+    const DialogUser<IDC_TXT_PASSWORD> typist([](HWND dialog) {
+        ::SetDlgItemTextW(dialog, IDC_TXT_PASSWORD, L"secret");
+        ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+    });
+    createArchive(L"new.locked.zip", L"a.txt\r\nsub", [](const PackControls& dialog) {
+        dialog.setCheck(IDC_CHK_ARC_PASSWORD, true);
+        dialog.press(IDOK);
+    });
+    EXPECT_TRUE(boxes.seen.empty()) << (boxes.seen.empty() ? "" : testing::PrintToString(boxes.seen[0].text));
+    EXPECT_EQ(typist.times(), 2) << "entered and verified";
+    const std::string bytes = bytesOf(made(L"new.locked.zip"));
+    for (const char* const name : {"a.txt", "sub/b.txt", "sub/deep/c.bin"}) {
+        EXPECT_EQ(flagsOf(bytes, name).value_or(0) & 1U, 1U) << name;
+    }
+    EXPECT_EQ(bytes.find("some text"), bytes.npos);
+    if (fs::exists(made(L"new.locked.zip"))) keep(made(L"new.locked.zip"));
 }
 
 struct RealCase {

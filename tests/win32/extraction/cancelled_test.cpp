@@ -1,5 +1,8 @@
 // Windows that go while something is extracted, and commands that come then.
 
+#include <ostream>
+#include <vector>
+
 #include "win32/extraction/support/extraction_fixture.h"
 #include "win32/system/support/stored_zip.h"
 
@@ -8,19 +11,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// While the library asks what shall become of a file that is there already, it runs.
-class Cancelled : public ExtractionFixture {
+/// While a library asks, it runs.
+class AskingLibrary : public ExtractionFixture {
 protected:
-    Cancelled() {
-        libraries.bundled(L"UnZip32.dll");
-        StoredZip archive(folder / L"some.zip");
-        archive.add("a.txt", "from the archive");
-        archive.add("b.txt", "from the archive");
-        archive.finish();
-        writeFile(folder, L"a.txt", "mine");
-        create();
-        EXPECT_TRUE(open(folder / L"some.zip"));
-    }
+    explicit AskingLibrary(const wchar_t* library) : library_(library) { libraries.bundled(library); }
 
     /// Extracts all until the library asks.
     /// @param whileAsked  gets the library's dialog
@@ -46,14 +40,29 @@ private:
     /// The library's own dialogs belong to its module.
     static BOOL CALLBACK onWindow(HWND window, LPARAM) {
         const auto module = reinterpret_cast<HMODULE>(::GetWindowLongPtrW(window, GWLP_HINSTANCE));
-        if (module == nullptr || module != ::GetModuleHandleW(L"UnZip32.dll") || !::IsWindowVisible(window))
+        if (module == nullptr || module != ::GetModuleHandleW(current_->library_) || !::IsWindowVisible(window))
             return TRUE;
         if (current_->question_) std::exchange(current_->question_, nullptr)(window);
         return FALSE;
     }
 
-    static inline Cancelled* current_ = nullptr;
+    static inline AskingLibrary* current_ = nullptr;
+    const wchar_t* library_;
     std::function<void(HWND)> question_;
+};
+
+/// It asks what shall become of a file that is there already.
+class Cancelled : public AskingLibrary {
+protected:
+    Cancelled() : AskingLibrary(L"UnZip32.dll") {
+        StoredZip archive(folder / L"some.zip");
+        archive.add("a.txt", "from the archive");
+        archive.add("b.txt", "from the archive");
+        archive.finish();
+        writeFile(folder, L"a.txt", "mine");
+        create();
+        EXPECT_TRUE(open(folder / L"some.zip"));
+    }
 };
 
 TEST_F(Cancelled, ByTheUserInTheLibrarysDialog) {
@@ -118,6 +127,44 @@ TEST_F(Cancelled, TheDialogGoesWithItsObject) {
     EXPECT_FALSE(browser().isThere());
     EXPECT_TRUE(::IsWindowEnabled(host.window()));
 }
+
+/// It asks for the password of a member.
+struct LockedCase {
+    const char* name;
+    const wchar_t* library;
+    const wchar_t* data;
+    std::vector<std::wstring> locked;
+};
+std::ostream& operator<<(std::ostream& stream, const LockedCase& each) { return stream << each.name; }
+
+class CancelledPassword : public AskingLibrary, public testing::WithParamInterface<LockedCase> {
+protected:
+    CancelledPassword() : AskingLibrary(GetParam().library) {
+        create();
+        EXPECT_TRUE(open(copyOfData(GetParam().data)));
+    }
+};
+
+TEST_P(CancelledPassword, LeavesNothingOfItsMembers) {
+    extractUntilAsked([](HWND question) {
+        ::PostMessageW(question, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
+                       reinterpret_cast<LPARAM>(::GetDlgItem(question, IDCANCEL)));
+    });
+    for (const std::wstring& member : GetParam().locked) EXPECT_FALSE(fs::exists(folder / member));
+    ASSERT_EQ(boxes.seen.size(), 1U);
+    EXPECT_EQ(boxes.seen[0].title, L"Extraction Message");
+    // That a password is missing is a code for which there is no text.
+    EXPECT_EQ(boxes.seen[0].text, L"Unknown return code 'H800A'\r\nMaybe nothing to do.");
+    EXPECT_TRUE(browser().isVisible());
+    EXPECT_TRUE(::IsWindowEnabled(browser().window()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, CancelledPassword,
+    testing::Values(LockedCase{"Zip", L"UnZip32.dll", L"zip\\zipcrypto.zip", {L"readme.txt", L"docs\\again.txt"}},
+                    LockedCase{"ZipAes", L"UnZip32.dll", L"zip\\aes.zip", {L"readme.txt", L"docs\\again.txt"}},
+                    LockedCase{"Rar", L"UnRar32.dll", L"rar\\rar_encryption_data.rar", {L"foo.txt", L"bar.txt"}}),
+    [](const auto& each) { return std::string(each.param.name); });
 
 }  // namespace
 }  // namespace tovar::test

@@ -117,6 +117,20 @@ TEST_P(Running, TurnsOtherCommandsAway) {
     EXPECT_TRUE(browser().isVisible());
 }
 
+TEST_P(Running, LetsCommandsWorkAgainAfterOneThatCameAtItsEnd) {
+    // Behind Cancel, so that the library takes both at once and returns.
+    extractUntilShown([&](HWND progress) {
+        pressCancel(progress);
+        command(mnuEditExtract);
+    });
+    int dialogs = 0;
+    extract([&](const UnpackControls& dialog) {
+        ++dialogs;
+        dialog.press(IDCANCEL);
+    });
+    EXPECT_EQ(dialogs, 1);
+}
+
 TEST_P(Running, EndsWithItsBrowser) {
     extractUntilShown([&](HWND) { browser().close(); });
     EXPECT_FALSE(browser().isThere());

@@ -27,6 +27,9 @@ public:
     virtual std::optional<std::string> askPassword(const std::filesystem::path& archive, const Member& member,
                                                    unsigned attempt) = 0;
 
+    /// Whether the user was asked for a password in a window and closed it without one.
+    [[nodiscard]] virtual bool passwordDeclined() const { return false; }
+
     /// @return true to go on; false without a window
     virtual bool askDiskSpace(std::uint64_t needed, std::uint64_t available) = 0;
 };

@@ -68,6 +68,9 @@ UnpackSummary CommandRun::run() {
     } else {
         summary.code = kUserCancel;
     }
+    // The user knows that the password is missing: what to tell is that the command ended as wanted, and callers have
+    // a text for it.
+    if (summary.code == kPasswordFile && dialogs_->passwordDeclined()) summary.code = kUserCancel;
     if (failed_) summary.code = kEnoughMemory;
     if (!summary.password.empty()) context_.passwords.keep(stamp, summary.password);
     say([&](std::string& out) { texts_.end(command_, summary, out); });

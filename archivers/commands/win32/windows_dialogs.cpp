@@ -108,8 +108,10 @@ ReplaceAnswer WindowsDialogs::askReplace(const ReplaceQuestion& question) {
 std::optional<std::string> WindowsDialogs::askPassword(const std::filesystem::path& archive, const Member& member,
                                                        unsigned attempt) {
     return ask(std::optional<std::string>(), [&](HWND over) {
-        return PasswordDialog(settings_.title, shownName(utf8Of(archive)), shownName(member.name), attempt > 1)
-            .ask(over);
+        PasswordDialog dialog(settings_.title, shownName(utf8Of(archive)), shownName(member.name), attempt > 1);
+        std::optional<std::string> answer = dialog.ask(over);
+        passwordDeclined_ = !answer;
+        return answer;
     });
 }
 

@@ -17,6 +17,7 @@ public:
     ReplaceAnswer askReplace(const ReplaceQuestion& question) override;
     std::optional<std::string> askPassword(const std::filesystem::path& archive, const Member& member,
                                            unsigned attempt) override;
+    [[nodiscard]] bool passwordDeclined() const override { return passwordDeclined_; }
     bool askDiskSpace(std::uint64_t needed, std::uint64_t available) override;
 
 private:
@@ -34,6 +35,7 @@ private:
     OwnerWindow owner_;
     ProgressWindow window_;
     bool cancelled_ = false;
+    bool passwordDeclined_ = false;
 };
 
 }  // namespace archiver

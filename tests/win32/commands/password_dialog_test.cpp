@@ -81,6 +81,21 @@ TEST_F(PasswordDialogTest, TakesNoEmptyPassword) {
     });
 }
 
+TEST_F(PasswordDialogTest, IsRememberedAsDeclinedByTheUserAlone) {
+    WindowsDialogs dialogs(settings, [] { return ProgressTime{0}; });
+    EXPECT_FALSE(dialogs.passwordDeclined());
+    {
+        const OnDialog user([](HWND dialog) { ::PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
+        EXPECT_EQ(dialogs.askPassword(L"C:\\a.zip", member, 1), std::nullopt);
+    }
+    EXPECT_TRUE(dialogs.passwordDeclined());
+
+    settings.owner = nullptr;
+    WindowsDialogs unasked(settings, [] { return ProgressTime{0}; });
+    EXPECT_EQ(unasked.askPassword(L"C:\\a.zip", member, 1), std::nullopt);
+    EXPECT_FALSE(unasked.passwordDeclined());
+}
+
 TEST_F(PasswordDialogTest, TakesTheLongestPassword) {
     EXPECT_EQ(ask([](HWND dialog) {
                   EXPECT_EQ(::SendMessageW(edit(dialog), EM_GETLIMITTEXT, 0, 0), 255);

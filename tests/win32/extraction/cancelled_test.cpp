@@ -153,8 +153,7 @@ TEST_P(CancelledPassword, LeavesNothingOfItsMembers) {
     for (const std::wstring& member : GetParam().locked) EXPECT_FALSE(fs::exists(folder / member));
     ASSERT_EQ(boxes.seen.size(), 1U);
     EXPECT_EQ(boxes.seen[0].title, L"Extraction Message");
-    // That a password is missing is a code for which there is no text.
-    EXPECT_EQ(boxes.seen[0].text, L"Unknown return code 'H800A'\r\nMaybe nothing to do.");
+    EXPECT_EQ(boxes.seen[0].text, L"User cancel detected while extracting");
     EXPECT_TRUE(browser().isVisible());
     EXPECT_TRUE(::IsWindowEnabled(browser().window()));
 }

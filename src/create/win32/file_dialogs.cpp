@@ -16,6 +16,39 @@ constexpr std::size_t kRoomForPath = 32768;
 constexpr std::size_t kRoomForPaths = 1U << 20U;
 constexpr DWORD kCommonFlags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
 
+/// The system's file dialogs. Their library is loaded with the first of them, since it brings the printing system
+/// along, for which a host that never asks for a file need not wait; and it stays, as what a dialog has started may
+/// still run.
+class FileDialogs {
+public:
+    using Dialog = BOOL(WINAPI*)(OPENFILENAMEW*);
+
+    static const FileDialogs& get() {
+        static const FileDialogs dialogs;
+        return dialogs;
+    }
+    /// @return FALSE also when the system has no such library
+    BOOL save(OPENFILENAMEW& data) const { return save_ != nullptr && save_(&data); }
+    BOOL open(OPENFILENAMEW& data) const { return open_ != nullptr && open_(&data); }
+    [[nodiscard]] DWORD error() const { return error_ != nullptr ? error_() : 0; }
+
+private:
+    FileDialogs() {
+        const HMODULE library = ::LoadLibraryExW(L"comdlg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+        if (library == nullptr) return;
+        find(library, "GetSaveFileNameW", save_);
+        find(library, "GetOpenFileNameW", open_);
+        find(library, "CommDlgExtendedError", error_);
+    }
+    template <class Function>
+    static void find(HMODULE library, const char* name, Function& function) {
+        function = reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
+    }
+
+    Dialog save_ = nullptr, open_ = nullptr;
+    DWORD(WINAPI* error_)() = nullptr;
+};
+
 /// The system's form of a filter: a NUL behind each text and each pattern, and one more.
 std::wstring filterOf(std::wstring_view filter) {
     std::wstring text(filter);
@@ -44,11 +77,12 @@ std::wstring askForArchive(HWND owner, const ArchiveQuestion& question) {
     data.lpstrDefExt = extension.c_str();
     // No question about an archive that is there: files can be added to it.
     data.Flags = kCommonFlags;
+    const FileDialogs& dialogs = FileDialogs::get();
     const VisualStyles styles;
-    BOOL chosen = ::GetSaveFileNameW(&data);
-    if (!chosen && ::CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
+    BOOL chosen = dialogs.save(data);
+    if (!chosen && dialogs.error() == FNERR_INVALIDFILENAME) {
         path.front() = L'\0';  // a name that was typed, and cannot be one
-        chosen = ::GetSaveFileNameW(&data);
+        chosen = dialogs.save(data);
     }
     return chosen ? CutAtNull(path) : std::wstring();
 }
@@ -66,9 +100,10 @@ std::vector<std::wstring> askForFiles(HWND owner, const std::wstring& folder) {
     data.lpstrInitialDir = folder.c_str();
     data.lpstrTitle = L"Add Files";
     data.Flags = kCommonFlags | OFN_ALLOWMULTISELECT | OFN_FILEMUSTEXIST;
+    const FileDialogs& dialogs = FileDialogs::get();
     const VisualStyles styles;
     std::vector<std::wstring> paths;
-    if (!::GetOpenFileNameW(&data)) return paths;
+    if (!dialogs.open(data)) return paths;
     // One file: its path. Several: their folder and their names, with a NUL behind each and one more.
     const std::wstring first = CutAtNull(list);
     for (std::size_t at = first.size() + 1; at < list.size() && list[at] != L'\0';) {

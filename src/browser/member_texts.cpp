@@ -123,8 +123,8 @@ std::wstring MemberTexts::exactModified(std::uint32_t entry) const {
     const auto date = driver_.calendarDate(entry);
     auto time = driver_.clockTime(entry);
     if (record.date == 0 && record.time == 0 && driver_.textsFollowRecords()) return {};
-    // Even seconds only: what a library lists of a member counts steps of two. Some could give the odd one as well, by a
-    // function that would have to be asked for every member while the archive is listed, for a view that few look at.
+    // Even seconds only: what a library lists of a member counts steps of two. Some could give the odd one as well, by
+    // a function that would have to be asked for every member while the archive is listed, for a view that few look at.
     if (time) time->second *= 2;
     return (date ? shortDateText(*date, wholeYears_) : driver_.FileDate(entry)) + L' ' +
            (time ? hourMinuteSecondText(*time, regional_) : driver_.FILETIME(entry));

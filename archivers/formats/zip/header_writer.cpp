@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::uint32_t kIn64 = 0xFFFFFFFF;
 constexpr std::uint16_t kIn64Short = 0xFFFF;
-/// Of the specification that says what is needed to unpack: folders and deflate, Zip64.
+/// "Version needed to extract" (APPNOTE.TXT 4.4.3), in tenths: folders and deflate; Zip64.
 constexpr std::uint16_t kPlainVersion = 20, kZip64Version = 45;
 /// MS-DOS as system, for attributes and nothing else; the version that knows names in UTF-8.
 constexpr std::uint16_t kMadeBy = 63;

@@ -77,20 +77,11 @@ bool fArcUnPack::onCommand(WPARAM wParam) {
 }
 
 std::optional<INT_PTR> fArcUnPack::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_TIMER:
-            if (wParam != kAnswerTimer) return std::nullopt;
-            onTimer();
-            return TRUE;
-        case WM_SIZE:
-            anchors_.layOut();
-            return TRUE;
-        case WM_GETMINMAXINFO:
-            anchors_.limit(*reinterpret_cast<MINMAXINFO*>(lParam));
-            return TRUE;
-        default:
-            return std::nullopt;
+    if (message == WM_TIMER && wParam == kAnswerTimer) {
+        onTimer();
+        return TRUE;
     }
+    return anchors_.onMessage(message, lParam);
 }
 
 // A folder of a computer that has not answered yet is none to begin with, and to ask for it here would take long.

@@ -32,16 +32,7 @@ bool MessagesDialog::onCommand(WPARAM wParam) {
 }
 
 std::optional<INT_PTR> MessagesDialog::onMessage(UINT message, WPARAM, LPARAM lParam) {
-    switch (message) {
-        case WM_SIZE:
-            anchors_.layOut();
-            return TRUE;
-        case WM_GETMINMAXINFO:
-            anchors_.limit(*reinterpret_cast<MINMAXINFO*>(lParam));
-            return TRUE;
-        default:
-            return std::nullopt;
-    }
+    return anchors_.onMessage(message, lParam);
 }
 
 /// What is selected, or all of it.

@@ -97,16 +97,7 @@ bool fArcPack::onCommand(WPARAM wParam) {
 }
 
 std::optional<INT_PTR> fArcPack::onMessage(UINT message, WPARAM, LPARAM lParam) {
-    switch (message) {
-        case WM_SIZE:
-            anchors_.layOut();
-            return TRUE;
-        case WM_GETMINMAXINFO:
-            anchors_.limit(*reinterpret_cast<MINMAXINFO*>(lParam));
-            return TRUE;
-        default:
-            return std::nullopt;
-    }
+    return anchors_.onMessage(message, lParam);
 }
 
 void fArcPack::onPacker() { presenter_.onPacker(selected(IDC_CMB_PACKER)); }

@@ -53,4 +53,17 @@ void FormAnchors::limit(MINMAXINFO& limits) const {
     if (form_ != nullptr) limits.ptMinTrackSize = {window_.cx, window_.cy};
 }
 
+std::optional<INT_PTR> FormAnchors::onMessage(UINT message, LPARAM lParam) const {
+    switch (message) {
+        case WM_SIZE:
+            layOut();
+            return TRUE;
+        case WM_GETMINMAXINFO:
+            limit(*reinterpret_cast<MINMAXINFO*>(lParam));
+            return TRUE;
+        default:
+            return std::nullopt;
+    }
+}
+
 }  // namespace tovar

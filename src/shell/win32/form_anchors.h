@@ -1,6 +1,7 @@
 #pragma once
 #include <windows.h>
 
+#include <optional>
 #include <vector>
 
 namespace tovar {
@@ -24,6 +25,8 @@ public:
     void layOut() const;
     /// For WM_GETMINMAXINFO.
     void limit(MINMAXINFO& limits) const;
+    /// Both, for a dialog's message; what it answers.
+    [[nodiscard]] std::optional<INT_PTR> onMessage(UINT message, LPARAM lParam) const;
 
 private:
     struct Control {

@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "archivers/commands/command_paths.h"
+#include "archivers/commands/run_dialogs.h"
 #include "archivers/formats/moments.h"
 
 namespace archiver {
@@ -39,11 +40,7 @@ ChangeRun::ChangeRun(const CommandContext& context, const Command& command, Comm
       texts_(texts),
       output_(output),
       notifier_(context.progress, context.library, context.codec, command.invertCallback),
-      dialogs_(makeCommandDialogs({.owner = context.window,
-                                   .archive = command.archive,
-                                   .title = context.library.title,
-                                   .showProgress = command.showProgress,
-                                   .pumpMessages = context.pumpMessages && command.pumpMessages})) {}
+      dialogs_(makeCommandDialogs(dialogSettingsOf(context, command))) {}
 
 ChangeRun::~ChangeRun() { notifier_.ended(); }
 

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "archivers/commands/run_dialogs.h"
 #include "archivers/convention/system.h"
 
 namespace archiver {
@@ -50,11 +51,7 @@ CommandRun::CommandRun(const CommandContext& context, const Command& command, Co
       reader_(reader),
       output_(output),
       notifier_(context.progress, context.library, context.codec, command.invertCallback),
-      dialogs_(makeCommandDialogs({.owner = context.window,
-                                   .archive = command.archive,
-                                   .title = context.library.title,
-                                   .showProgress = command.showProgress,
-                                   .pumpMessages = context.pumpMessages && command.pumpMessages})) {}
+      dialogs_(makeCommandDialogs(dialogSettingsOf(context, command))) {}
 
 CommandRun::~CommandRun() { notifier_.ended(); }
 

@@ -8,15 +8,10 @@
 
 #include "archivers/convention/abi.h"
 #include "archivers/convention/library_core.h"
+#include "archivers/convention/visible.h"
 
 #ifndef ARCHIVER_PREFIX
 #error "ARCHIVER_PREFIX names the library's functions"
-#endif
-
-#if defined(_WIN32)
-#define ARCHIVER_VISIBLE  // the module definition file exports them, undecorated
-#else
-#define ARCHIVER_VISIBLE __attribute__((visibility("default")))
 #endif
 
 #define ARCHIVER_JOIN_(prefix, name) prefix##name

@@ -1,10 +1,5 @@
+#include "archivers/convention/visible.h"
 #include "archivers/infozip32/zip_core.h"
-
-#if defined(_WIN32)
-#define ARCHIVER_VISIBLE  // the module definition file exports them, undecorated
-#else
-#define ARCHIVER_VISIBLE __attribute__((visibility("default")))
-#endif
 
 namespace {
 archiver::infozip::ZipCore core;

@@ -3,14 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "shell/byte_order.h"
+
 namespace tovar {
 namespace {
 
 constexpr std::size_t kHeaderSize = 20, kWideFlagAt = 16;
-
-void putNumber(std::string& block, std::uint32_t number) {
-    for (int shift = 0; shift < 32; shift += 8) block += static_cast<char>(number >> shift & 0xFF);
-}
 
 std::uint32_t numberAt(std::string_view block, std::size_t at) {
     std::uint32_t number = 0;
@@ -18,23 +16,6 @@ std::uint32_t numberAt(std::string_view block, std::size_t at) {
         number = number << 8 | static_cast<unsigned char>(block[at + place]);
     }
     return number;
-}
-
-void putUnit(std::string& list, std::uint32_t unit) {
-    list += static_cast<char>(unit & 0xFF);
-    list += static_cast<char>(unit >> 8 & 0xFF);
-}
-
-void putWide(std::string& list, std::wstring_view text) {
-    for (const wchar_t each : text) {
-        const auto code = static_cast<std::uint32_t>(each);
-        if (code > 0xFFFF) {
-            putUnit(list, 0xD800 + (code - 0x10000) / 0x400);
-            putUnit(list, 0xDC00 + (code - 0x10000) % 0x400);
-        } else {
-            putUnit(list, code);
-        }
-    }
 }
 
 /// @return nullopt where a name has no form in the code page

@@ -11,6 +11,7 @@ build_packages=(
     g++-mingw-w64-i686-posix mingw-w64-tools libz-mingw-w64-dev
 )
 bench_packages=(cabextract lhasa)
+package_packages=(nsis zip unzip)
 run_packages=(wine wine32:i386 fonts-wine xvfb imagemagick)
 test_packages=(locales xdotool zip unzip 7zip ncompress bzip2 libarchive-tools arj gcab jlha-utils)
 

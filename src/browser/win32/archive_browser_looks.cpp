@@ -81,15 +81,18 @@ std::optional<LRESULT> fArcMain::onScaleOfHostChanged(WPARAM, LPARAM) {
 }
 
 std::optional<LRESULT> fArcMain::onSize(WPARAM, LPARAM) {
-    if (status_ == nullptr) return 0;
+    RECT client;
+    if (status_ == nullptr || !::GetClientRect(hwnd(), &client)) return 0;
     followScale();
-    layOut();
+    // A window that comes up hears of the size that it has had all along.
+    if (::EqualRect(&client, &laidOutIn_) == FALSE) layOut();
     return 0;
 }
 
 void fArcMain::layOut() {
     RECT client;
     if (status_ == nullptr || !::GetClientRect(hwnd(), &client)) return;
+    laidOutIn_ = client;
     const int margin = scaled(kMargin, dpi_);
     ::SendMessageW(status_, WM_SIZE, 0, 0);
     ::InvalidateRect(status_, nullptr, TRUE);  // the size grip was elsewhere, and not every status bar takes it along

@@ -205,6 +205,7 @@ private:
     DesktopWatch desktopWatch_{*this};
     HostSize hostSize_;        ///< when the window was placed there
     HostedPlace hostedPlace_;  ///< where the host or the user has placed the window
+    RECT laidOutIn_{};         ///< the window's client area when its controls were placed
     bool followingHost_ = false;
     bool givingFonts_ = false, otherFontsWanted_ = false;
     bool isLoaded_ = false;              ///< the window has had its fonts once

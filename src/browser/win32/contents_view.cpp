@@ -96,7 +96,15 @@ void ContentsView::show(const ContentsList& contents) {
     if (contents.rowCount() != 0) {
         ::SendMessageW(list_, LVM_ENSUREVISIBLE, 0, FALSE);
         setState(0, LVIS_FOCUSED, LVIS_FOCUSED);
+        if (!::IsWindowVisible(list_)) paintUnseen();
     }
+}
+
+// Some lists measure their rows when they paint for the first time, and draw their scroll bars anew for it, once more
+// than what is seen of them needs: 15 ms and more each time.
+void ContentsView::paintUnseen() {
+    const std::unique_ptr<std::remove_pointer_t<HDC>, CloseWith<&::DeleteDC>> unseen(::CreateCompatibleDC(nullptr));
+    ::SendMessageW(list_, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(unseen.get()), PRF_CLIENT);
 }
 
 void ContentsView::showColumns() {
@@ -222,8 +230,7 @@ void ContentsView::setStyleBySample(LONG_PTR bits) {
     rowsInSample_ = count;
     ::SendMessageW(list_, LVM_SETITEMCOUNT, kMeasuredRows, 0);
     setStyleBits(bits);
-    const std::unique_ptr<std::remove_pointer_t<HDC>, CloseWith<&::DeleteDC>> unseen(::CreateCompatibleDC(nullptr));
-    ::SendMessageW(list_, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(unseen.get()), PRF_CLIENT);
+    paintUnseen();
     rowsInSample_ = 0;
     ::SendMessageW(list_, LVM_SETITEMCOUNT, count, 0);
     if (selected == count) setState(kEveryRow, LVIS_SELECTED, LVIS_SELECTED);

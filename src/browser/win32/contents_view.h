@@ -86,6 +86,8 @@ private:
     void setStyleBits(LONG_PTR bits);
     void setStyleBySample(LONG_PTR bits);
     void showColumns();
+    /// Lets the list measure what it would paint.
+    void paintUnseen();
     void showSortArrow();
     /// Sends a message past those who watch the list: what is asked for every row is asked very often.
     LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const;

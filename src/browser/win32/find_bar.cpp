@@ -102,7 +102,7 @@ bool FindBar::contains(HWND window) const noexcept {
 
 void FindBar::setScale(int dpi) {
     dpi_ = dpi;
-    layOut();
+    if (isShown()) layOut();
 }
 
 int FindBar::fieldHeight() const {
@@ -115,7 +115,7 @@ int FindBar::fieldHeight() const {
 int FindBar::height() const { return isShown() ? fieldHeight() + 2 * scaled(kMargin, dpi_) : 0; }
 
 std::optional<LRESULT> FindBar::onSize(WPARAM, LPARAM) {
-    layOut();
+    if (isShown()) layOut();
     return 0;
 }
 
@@ -187,6 +187,7 @@ void FindBar::setShown(bool shown) {
     const HWND focus = ::GetFocus();
     const bool hasFocus = contains(focus);
     if (!hasFocus) formerFocus_ = focus;
+    if (shown) layOut();
     ::ShowWindow(hwnd(), shown ? SW_SHOWNA : SW_HIDE);
     owner_.onFindBarShown();
     if (shown || !hasFocus) return;

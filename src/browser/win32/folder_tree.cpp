@@ -23,7 +23,6 @@ bool FolderTree::create(HWND parent) {
         WS_EX_CLIENTEDGE, TV1);
     if (tree_ == nullptr) return false;
     ownProcedure_ = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(tree_, GWLP_WNDPROC));
-    ::SendMessageW(tree_, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(SystemImageList(SHGFI_SMALLICON)));
     return true;
 }
 

@@ -1,21 +1,20 @@
 #include "browser/win32/system_file_types.h"
 
+#include <iterator>
+
+#include "shell/paths.h"
 #include "shell/win32/system_icons.h"
 
 namespace tovar {
 namespace {
 
-/// What the desktop shows of any folder.
-SHFILEINFOW anyFolder(UINT flags) {
+/// What the desktop shows of a folder, and of any folder where it is gone.
+SHFILEINFOW infoOfFolder(const std::wstring& folder, UINT flags) {
     SHFILEINFOW info{};
-    ::SHGetFileInfoW(L"folder", FILE_ATTRIBUTE_DIRECTORY, &info, sizeof info, flags | SHGFI_USEFILEATTRIBUTES);
+    if (folder.empty() || ShellFileInfo(folder, flags, info) == 0) {
+        ::SHGetFileInfoW(L"folder", FILE_ATTRIBUTE_DIRECTORY, &info, sizeof info, flags | SHGFI_USEFILEATTRIBUTES);
+    }
     return info;
-}
-
-int folderIcon(const std::wstring& folder, UINT flags) {
-    SHFILEINFOW info{};
-    flags |= SHGFI_SYSICONINDEX | SHGFI_SMALLICON;
-    return !folder.empty() && ShellFileInfo(folder, flags, info) != 0 ? info.iIcon : anyFolder(flags).iIcon;
 }
 
 }  // namespace
@@ -26,11 +25,15 @@ FileType SystemFileTypes::ofFile(std::wstring_view fileName) {
 }
 
 FileType SystemFileTypes::ofFolder() {
-    std::wstring name = workFolder_.empty() ? std::wstring() : ShellTypeName(workFolder_);
-    if (name.empty()) name = anyFolder(SHGFI_TYPENAME).szTypeName;
-    return {folderIcon(workFolder_, 0), std::move(name)};
+    if (!folder_) {
+        const SHFILEINFOW info = infoOfFolder(workFolder_, SHGFI_TYPENAME | SHGFI_SYSICONINDEX | SHGFI_SMALLICON);
+        folder_ = {info.iIcon, CutAtNull(std::wstring_view(info.szTypeName, std::size(info.szTypeName)))};
+    }
+    return *folder_;
 }
 
-int SystemFileTypes::openFolderIcon() { return folderIcon(workFolder_, SHGFI_OPENICON); }
+int SystemFileTypes::openFolderIcon() {
+    return infoOfFolder(workFolder_, SHGFI_OPENICON | SHGFI_SYSICONINDEX | SHGFI_SMALLICON).iIcon;
+}
 
 }  // namespace tovar

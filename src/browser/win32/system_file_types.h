@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string>
 
 #include "browser/file_types.h"
@@ -17,6 +18,7 @@ public:
 
 private:
     std::wstring workFolder_;
+    std::optional<FileType> folder_;  ///< once it was asked for
 };
 
 }  // namespace tovar

@@ -45,6 +45,7 @@ HIMAGELIST SystemImageListOfSize(int pixels) {
         if (!known || !better) continue;
         best = images;
         bestSize = width;
+        if (width == pixels) break;  // each of the others costs the shell a while when it is asked for the first time
     }
     return best != nullptr ? best : SystemImageList(SHGFI_SMALLICON);
 }

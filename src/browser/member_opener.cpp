@@ -1,10 +1,8 @@
 #include "browser/member_opener.h"
 
-#include <algorithm>
-
 #include "browser/member_list.h"
+#include "browser/member_places.h"
 #include "drivers/extract_lines.h"
-#include "drivers/member_path.h"
 #include "shell/list_file.h"
 #include "shell/paths.h"
 
@@ -12,25 +10,6 @@ namespace tovar {
 namespace {
 
 constexpr std::wstring_view kTitle = L"Extraction Message";
-
-void addOnce(std::vector<std::wstring>& paths, std::wstring path) {
-    if (std::ranges::find(paths, path) == paths.end()) paths.push_back(std::move(path));
-}
-
-/// Where a member can come to lie below the work folder: some libraries leave folders out although they are asked for
-/// them, and some write blanks as underscores. A name that could lead elsewhere has no place.
-std::vector<std::wstring> placesOf(std::wstring_view member, wchar_t separator) {
-    std::vector<std::wstring> places;
-    for (const bool withFolders : {false, true}) {
-        const auto path = safeMemberPath(member, withFolders, separator);
-        if (!path) continue;
-        addOnce(places, *path);
-        std::wstring underscored = *path;
-        std::ranges::replace(underscored, L' ', L'_');
-        addOnce(places, underscored);
-    }
-    return places;
-}
 
 /// A library would take the name for a switch or a list file.
 bool needsList(std::wstring_view member) {

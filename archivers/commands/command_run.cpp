@@ -57,7 +57,9 @@ CommandRun::~CommandRun() { notifier_.ended(); }
 
 UnpackSummary CommandRun::run() {
     const ArchiveStamp stamp = stampOf(command_.archive, reader_);
-    password_ = command_.password.empty() ? context_.passwords.find(stamp) : command_.password;
+    password_ = command_.password;
+    if (password_.empty()) password_ = context_.password;
+    if (password_.empty()) password_ = context_.passwords.find(stamp);
     say([&](std::string& out) { texts_.begin(command_, out); });
     UnpackSummary summary;
     if (notifier_.opened(command_.archive, stamp.size)) {
@@ -69,7 +71,8 @@ UnpackSummary CommandRun::run() {
     // a text for it.
     if (summary.code == kPasswordFile && dialogs_->passwordDeclined()) summary.code = kUserCancel;
     if (failed_) summary.code = kEnoughMemory;
-    if (!summary.password.empty()) context_.passwords.keep(stamp, summary.password);
+    // One that was given for certain commands is not there for others.
+    if (!summary.password.empty() && context_.password.empty()) context_.passwords.keep(stamp, summary.password);
     say([&](std::string& out) { texts_.end(command_, summary, out); });
     return summary;
 }

@@ -9,7 +9,7 @@ set(ARCHIVER_FUNCTIONS
     ExtractMem=49 CompressMem=50 GetMethod=61 GetWriteTime=62 SetOwnerWindow=90 ClearOwnerWindow=91
     GetCreateTime GetAccessTime GetWriteTimeEx GetCreateTimeEx GetAccessTimeEx GetOriginalSizeEx GetCompressedSizeEx
     GetArcFileSizeEx GetArcOriginalSizeEx GetArcCompressedSizeEx SetOwnerWindowEx KillOwnerWindowEx GetSubVersion
-    SetUnicodeMode)
+    SetUnicodeMode SetCommandPassword)
 
 # archiver_library(NAME PREFIX prefix VERSION n.nn DESCRIPTION text SOURCES file... [OWN_INTERFACE]
 #                  [FUNCTIONS name...] [LINKS library...])

@@ -108,6 +108,7 @@ using ExtractMem = std::int32_t ARCHIVER_CALL(WindowHandle owner, const char* co
 using CompressMem = std::int32_t ARCHIVER_CALL(WindowHandle owner, const char* commandLine, const std::uint8_t* buffer,
                                                std::uint32_t size, const std::int32_t* time,
                                                const std::uint16_t* attribute, std::uint32_t* written);
+using SetCommandPassword = Bool ARCHIVER_CALL(const char* password);
 using SetOwnerWindowEx = Bool ARCHIVER_CALL(WindowHandle owner, ProgressCallback* callback);
 }  // namespace fn
 

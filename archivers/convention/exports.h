@@ -39,6 +39,7 @@ ARCHIVER_DECLARE(SetBool, SetCursorMode);
 ARCHIVER_DECLARE(GetWord, GetCursorInterval);
 ARCHIVER_DECLARE(SetWord, SetCursorInterval);
 ARCHIVER_DECLARE(SetBool, SetUnicodeMode);
+ARCHIVER_DECLARE(SetCommandPassword, SetCommandPassword);
 ARCHIVER_DECLARE(SetOwnerWindow, SetOwnerWindow);
 ARCHIVER_DECLARE(GetBool, ClearOwnerWindow);
 ARCHIVER_DECLARE(SetOwnerWindowEx, SetOwnerWindowEx);
@@ -104,6 +105,9 @@ ARCHIVER_DEFINE(archiver::Bool, SetCursorInterval)(std::uint16_t milliseconds) {
     return archiver::library().setCursorInterval(milliseconds);
 }
 ARCHIVER_DEFINE(archiver::Bool, SetUnicodeMode)(archiver::Bool on) { return archiver::library().setUnicodeMode(on); }
+ARCHIVER_DEFINE(archiver::Bool, SetCommandPassword)(const char* password) {
+    return archiver::library().setCommandPassword(password);
+}
 ARCHIVER_DEFINE(archiver::Bool, SetOwnerWindow)(archiver::WindowHandle owner) {
     return archiver::library().setOwnerWindow(owner);
 }

@@ -111,15 +111,19 @@ std::int32_t LibraryCore::runCommand(WindowHandle owner, const char* commandLine
         return kNotSupport;
     }
     const std::string line = codec().decode(textOrEmpty(commandLine));
-    return description_.command({.window = owner,
-                                 .progress = progressOwner(),
-                                 .commandLine = line,
-                                 .pumpMessages = backGroundMode_,
-                                 .codec = codec(),
-                                 .library = description_,
-                                 .passwords = passwords_,
-                                 .memory = memory},
-                                output);
+    std::string password = givenPassword_.get();
+    const std::int32_t code = description_.command({.window = owner,
+                                                    .progress = progressOwner(),
+                                                    .commandLine = line,
+                                                    .pumpMessages = backGroundMode_,
+                                                    .codec = codec(),
+                                                    .library = description_,
+                                                    .passwords = passwords_,
+                                                    .password = password,
+                                                    .memory = memory},
+                                                   output);
+    wipePassword(password);
+    return code;
 }
 
 std::int32_t LibraryCore::extractMem(WindowHandle owner, const char* commandLine, std::uint8_t* buffer,
@@ -166,6 +170,16 @@ Bool LibraryCore::setCursorMode(Bool on) noexcept { return keep(cursorMode_, on 
 Bool LibraryCore::setCursorInterval(std::uint16_t milliseconds) noexcept { return keep(cursorInterval_, milliseconds); }
 
 Bool LibraryCore::setUnicodeMode(Bool on) noexcept { return keep(unicodeMode_, on != 0); }
+
+Bool LibraryCore::setCommandPassword(const char* password) noexcept {
+    if (running_) return 0;
+    return guarded<Bool>(0, [&] {
+        std::string utf8 = codec().decode(textOrEmpty(password));
+        givenPassword_.set(utf8);
+        wipePassword(utf8);
+        return 1;
+    });
+}
 
 Bool LibraryCore::setOwner(ProgressOwner owner) noexcept {
     return guarded<Bool>(0, [&] {

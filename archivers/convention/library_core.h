@@ -49,6 +49,11 @@ public:
     [[nodiscard]] std::uint16_t cursorInterval() const noexcept { return cursorInterval_; }
     Bool setCursorInterval(std::uint16_t milliseconds) noexcept;
     Bool setUnicodeMode(Bool on) noexcept;
+    /// The password of the commands from now on, so that nobody is asked and it stands in no command line. An addition
+    /// of ours to the convention.
+    /// @param password  of the caller's texts; null or empty: none any more
+    /// @return 0 while a command runs
+    Bool setCommandPassword(const char* password) noexcept;
     Bool setOwnerWindow(WindowHandle owner) noexcept;
     Bool clearOwnerWindow() noexcept;
     Bool setOwnerWindowEx(WindowHandle owner, ProgressCallback* callback) noexcept;
@@ -139,6 +144,7 @@ private:
     std::mutex ownerMutex_;
     ProgressOwner owner_;
     PasswordMemory passwords_;
+    GivenPassword givenPassword_;
 };
 
 }  // namespace archiver

@@ -44,6 +44,7 @@ struct CommandContext {
     const TextCodec& codec;        ///< of the caller's texts and files
     const LibraryDescription& library;
     PasswordMemory& passwords;
+    std::string_view password = {};  ///< UTF-8, that the caller gave beforehand; empty for none
     MemoryTarget* memory = nullptr;  ///< not null: the first chosen member goes there, whatever the line commands
 };
 

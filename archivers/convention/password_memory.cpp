@@ -25,11 +25,26 @@ void PasswordMemory::keep(const ArchiveStamp& archive, const std::string& utf8) 
     password_ = utf8;
 }
 
-void PasswordMemory::forget() noexcept {
+void PasswordMemory::forget() noexcept { wipePassword(password_); }
+
+GivenPassword::~GivenPassword() { wipePassword(password_); }
+
+std::string GivenPassword::get() {
+    const std::lock_guard lock(mutex_);
+    return password_;
+}
+
+void GivenPassword::set(const std::string& utf8) {
+    const std::lock_guard lock(mutex_);
+    wipePassword(password_);
+    password_ = utf8;
+}
+
+void wipePassword(std::string& text) noexcept {
     // Through a pointer to volatile, or the compiler leaves out what nobody reads.
-    volatile char* const bytes = password_.data();
-    for (std::size_t at = 0; at < password_.size(); ++at) bytes[at] = '\0';
-    password_.clear();
+    volatile char* const bytes = text.data();
+    for (std::size_t at = 0; at < text.size(); ++at) bytes[at] = '\0';
+    text.clear();
 }
 
 }  // namespace archiver

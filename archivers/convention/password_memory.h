@@ -37,4 +37,24 @@ private:
     std::string password_;
 };
 
+/// The password that a caller gave for its commands. Several threads may call at once.
+class GivenPassword {
+public:
+    GivenPassword() = default;
+    GivenPassword(const GivenPassword&) = delete;
+    GivenPassword& operator=(const GivenPassword&) = delete;
+    ~GivenPassword();
+
+    /// @return UTF-8; empty when none is given
+    [[nodiscard]] std::string get();
+    void set(const std::string& utf8);
+
+private:
+    std::mutex mutex_;
+    std::string password_;
+};
+
+/// Overwrites a text's bytes and empties it.
+void wipePassword(std::string& text) noexcept;
+
 }  // namespace archiver

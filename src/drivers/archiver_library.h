@@ -40,6 +40,10 @@ public:
     /// Who is told how commands get on; nothing = nobody. A library that cannot tell never calls it.
     virtual void setProgress(ExtractProgressSink sink) = 0;
 
+    /// The password of the commands from now on, so that nobody has to be asked; empty: none.
+    /// @return whether the library can be given one
+    [[nodiscard]] virtual bool setPassword(std::wstring_view) { return false; }
+
     /// The 8-bit form that texts have during a command, and so those of the files that a command line names.
     [[nodiscard]] virtual const TextCodec& commandCodec() = 0;
 

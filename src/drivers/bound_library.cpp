@@ -5,6 +5,7 @@
 #include "drivers/guarded_call.h"
 #include "drivers/record_text.h"
 #include "drivers/return_codes.h"
+#include "shell/secret_text.h"
 
 namespace tovar {
 namespace {
@@ -69,6 +70,35 @@ private:
 };
 BoundLibrary* BoundLibrary::ProgressCall::current_ = nullptr;
 
+/// The library has the password while the object lives, and not longer: another caller's command must not find it.
+class BoundLibrary::PasswordCall {
+public:
+    explicit PasswordCall(BoundLibrary& library) : set_(library.functions_.setCommandPassword) {
+        if (set_ == nullptr || library.password_.empty()) return;
+        std::optional<std::string> bytes = library.texts_.encode(library.password_);
+        if (!bytes) return;  // the library's code page cannot hold it: the archive's password is another
+        const WipedAtEnd<char> wiped(*bytes);
+        given_ = set_(bytes->c_str()) != 0;
+    }
+    ~PasswordCall() {
+        if (given_) set_(nullptr);
+    }
+    PasswordCall(const PasswordCall&) = delete;
+    PasswordCall& operator=(const PasswordCall&) = delete;
+
+private:
+    archiver::fn::SetCommandPassword* set_;
+    bool given_ = false;
+};
+
+BoundLibrary::~BoundLibrary() { wipe(password_); }
+
+bool BoundLibrary::setPassword(std::wstring_view password) {
+    wipe(password_);
+    password_ = password;
+    return functions_.setCommandPassword != nullptr;
+}
+
 BoundLibrary::BoundLibrary(std::unique_ptr<Module> module, const DriverDescription& description, const TextCodec& ansi,
                            const SystemPaths& system)
     : module_(std::move(module)),
@@ -96,6 +126,7 @@ BoundLibrary::Functions BoundLibrary::bind(const Module& module, std::string_vie
     find(functions.getOriginalSizeEx, "GetOriginalSizeEx");
     find(functions.getCompressedSizeEx, "GetCompressedSizeEx");
     find(functions.setUnicodeMode, "SetUnicodeMode");
+    find(functions.setCommandPassword, "SetCommandPassword");
     // Older libraries do not agree on which answer of the callback means "cancel". Those that give times as FILETIME
     // came later and do.
     if (module.find((std::string(prefix) + "GetWriteTimeEx").c_str()) != nullptr) {
@@ -145,6 +176,7 @@ std::int32_t BoundLibrary::run(WindowHandle owner, std::wstring_view commandLine
         }
         std::string buffer(bufferSize + kSlack, '\0');
         const ProgressCall progress(*this, owner);
+        const PasswordCall password(*this);
         const std::int32_t code = functions_.run(owner, command->c_str(), buffer.data(), bufferSize);
         texts_.codec().decodeTo(std::string_view(buffer).substr(0, bufferSize), output);
         return code;

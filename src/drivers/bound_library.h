@@ -24,6 +24,7 @@ public:
     /// @param ansi         codec of the ANSI code page; outlives the library, as `system` does
     BoundLibrary(std::unique_ptr<Module> module, const DriverDescription& description, const TextCodec& ansi,
                  const SystemPaths& system);
+    ~BoundLibrary() override;
 
     std::uint16_t version() override;
     bool running() override;
@@ -34,6 +35,7 @@ public:
     std::int32_t run(WindowHandle owner, std::wstring_view commandLine, std::uint32_t bufferSize,
                      std::wstring& output) override;
     void setProgress(ExtractProgressSink sink) override { progress_ = std::move(sink); }
+    bool setPassword(std::wstring_view password) override;
     const TextCodec& commandCodec() override;
     std::int32_t checkArchive(std::wstring_view fileName, std::int32_t mode) override;
     std::int32_t configDialog(WindowHandle owner, std::int32_t mode) override;
@@ -67,9 +69,11 @@ private:
         archiver::fn::SetBool* setUnicodeMode;
         archiver::fn::SetOwnerWindowEx* setOwnerWindowEx;
         archiver::fn::SetOwnerWindow* killOwnerWindowEx;
+        archiver::fn::SetCommandPassword* setCommandPassword;
     };
 
     class ProgressCall;
+    class PasswordCall;
 
     static Functions bind(const Module& module, std::string_view prefix);
 
@@ -77,6 +81,7 @@ private:
     Functions functions_;
     LibraryTexts texts_;
     ExtractProgressSink progress_;
+    std::wstring password_;
     int openArchives_ = 0;  ///< of the users of the library's texts those that are archives
 };
 

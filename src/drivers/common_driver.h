@@ -61,6 +61,9 @@ public:
     /// @param owner  of the library's windows; null: there are none
     ExtractResult runLine(WindowHandle owner, std::wstring_view commandLine);
     void setProgress(ExtractProgressSink sink) final { library_.setProgress(std::move(sink)); }
+    /// The password of the commands from now on; empty: none, or whoever the library asks.
+    /// @return whether the library can be given one
+    [[nodiscard]] bool setPassword(std::wstring_view password) { return library_.setPassword(password); }
     [[nodiscard]] const TextCodec& listCodec() final { return library_.commandCodec(); }
 
 private:

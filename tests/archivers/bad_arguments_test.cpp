@@ -71,6 +71,8 @@ TEST_P(BadArguments, ToTheModes) {
     EXPECT_EQ(call<fn::GetWord>("GetCursorInterval"), 0);
     EXPECT_EQ(call<fn::SetBool>("SetUnicodeMode", 1), 1);
     EXPECT_EQ(call<fn::SetBool>("SetUnicodeMode", 0), 1);
+    EXPECT_EQ(call<fn::SetCommandPassword>("SetCommandPassword", nullptr), 1);
+    EXPECT_EQ(call<fn::SetCommandPassword>("SetCommandPassword", ""), 1);
 }
 
 TEST_P(BadArguments, ToFunctionsOfAnArchive) {

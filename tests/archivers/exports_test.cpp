@@ -64,6 +64,7 @@ constexpr const char* kNames[] = {
     "ExtractMem",
     "CompressMem",
     "SetUnicodeMode",
+    "SetCommandPassword",
 };
 
 struct LibraryCase {

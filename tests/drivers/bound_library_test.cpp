@@ -471,6 +471,47 @@ TEST_F(BoundLibraryTest, SetsNoCallbackInOlderLibraries) {
     EXPECT_EQ(exports.calls, (Calls{"SetUnicodeMode 1", "Run x into 100", "SetUnicodeMode 0"}));
 }
 
+TEST_F(BoundLibraryTest, HasAPasswordForTheTimeOfACommand) {
+    auto module = FakeModule::full("Some");
+    module->addPassword("Some");
+    const auto library = bind(std::move(module));
+    EXPECT_TRUE(library->setPassword(L"Schl\x00FCssel"));
+    EXPECT_EQ(exports.calls, Calls{});
+    EXPECT_EQ(library->run(nullptr, L"-x a.zip", 10, output), 0);
+    EXPECT_EQ(exports.calls, (Calls{"SetUnicodeMode 1", "SetCommandPassword Schl\xC3\xBCssel", "Run -x a.zip into 10",
+                                    "SetCommandPassword none", "SetUnicodeMode 0"}));
+    exports.calls.clear();
+    EXPECT_TRUE(library->setPassword(L""));
+    EXPECT_EQ(library->run(nullptr, L"-x a.zip", 10, output), 0);
+    EXPECT_EQ(exports.calls, (Calls{"SetUnicodeMode 1", "Run -x a.zip into 10", "SetUnicodeMode 0"}));
+}
+
+TEST_F(BoundLibraryTest, TakesNoPasswordAwayThatWasNotTaken) {
+    auto module = FakeModule::plain("Some");
+    module->addPassword("Some");
+    exports.passwordTaken = 0;
+    const auto library = bind(std::move(module));
+    EXPECT_TRUE(library->setPassword(L"secret"));
+    EXPECT_EQ(library->run(nullptr, L"-x a.zip", 10, output), 0);
+    EXPECT_EQ(exports.calls, (Calls{"SetCommandPassword secret", "Run -x a.zip into 10"}));
+}
+
+TEST_F(BoundLibraryTest, GivesNoPasswordThatTheCodePageCannotHold) {
+    auto module = FakeModule::plain("Some");
+    module->addPassword("Some");
+    const auto library = bind(std::move(module));
+    EXPECT_TRUE(library->setPassword(L"\x8868"));
+    EXPECT_EQ(library->run(nullptr, L"-x a.zip", 10, output), 0);
+    EXPECT_EQ(exports.calls, (Calls{"Run -x a.zip into 10"}));
+}
+
+TEST_F(BoundLibraryTest, TellsThatALibraryCannotBeGivenAPassword) {
+    const auto library = full();
+    EXPECT_FALSE(library->setPassword(L"secret"));
+    EXPECT_EQ(library->run(nullptr, L"-x a.zip", 10, output), 0);
+    EXPECT_EQ(exports.calls, (Calls{"SetUnicodeMode 1", "Run -x a.zip into 10", "SetUnicodeMode 0"}));
+}
+
 TEST_F(BoundLibraryTest, KnowsTheCodeOfListFiles) {
     const auto utf8 = full();
     EXPECT_EQ(utf8->commandCodec().encode(L"\xE4"), "\xC3\xA4");

@@ -54,6 +54,7 @@ struct FakeExports {
     std::vector<Event> events;
     archiver::ProgressCallback* callback = nullptr;
     archiver::Bool callbackTaken = 1;
+    archiver::Bool passwordTaken = 1;
     std::vector<archiver::Bool> callbackAnswers;
 
     void tell() {
@@ -168,6 +169,10 @@ inline archiver::Bool ARCHIVER_CALL killOwnerWindowEx(void* owner) {
     FakeExports::current()->callback = nullptr;
     return 1;
 }
+inline archiver::Bool ARCHIVER_CALL setCommandPassword(const char* password) {
+    FakeExports::current()->log("SetCommandPassword " + std::string(password == nullptr ? "none" : password));
+    return FakeExports::current()->passwordTaken;
+}
 
 }  // namespace exported
 
@@ -211,6 +216,10 @@ public:
         functions[prefix + "SetOwnerWindowEx"] = reinterpret_cast<void*>(&exported::setOwnerWindowEx);
         functions[prefix + "KillOwnerWindowEx"] = reinterpret_cast<void*>(&exported::killOwnerWindowEx);
         functions[prefix + "GetWriteTimeEx"] = reinterpret_cast<void*>(&exported::getBackGroundMode);
+    }
+
+    void addPassword(const std::string& prefix) {
+        functions[prefix + "SetCommandPassword"] = reinterpret_cast<void*>(&exported::setCommandPassword);
     }
 
     [[nodiscard]] void* find(const char* name) const override {

@@ -3,21 +3,15 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "drivers/common_driver.h"
-#include "drivers/extract_lines.h"
 #include "host/console/extract_report.h"
 #include "host/console/json_text.h"
 #include "host/console/listing.h"
-#include "host/console/member_list.h"
 #include "host/console/packing.h"
-#include "host/console/progress_line.h"
 
 namespace tovar::host {
 namespace {
 
 constexpr std::size_t kWriteSize = 1 << 16;  // bytes that are gathered before they are written
-
-constexpr std::int16_t kMostFiles = 32767;  // that the library's output has room for
 
 ExistingFiles existingFiles(Arguments::Existing existing) {
     switch (existing) {
@@ -30,9 +24,6 @@ ExistingFiles existingFiles(Arguments::Existing existing) {
     }
     return ExistingFiles::Skip;
 }
-
-/// The kind's first extension is the word that people know it by.
-std::wstring kindWord(const KindRow& row) { return std::wstring(row.extensions.front()); }
 
 }  // namespace
 
@@ -68,15 +59,42 @@ int Console::run(const Arguments& arguments) {
             return forEach(arguments, &Console::extract);
         case Arguments::Command::Create:
         case Arguments::Command::Add:
-        case Arguments::Command::Delete: {
-            ConsoleMessages messages(output_);
-            return Packing(output_, system_, messages).run(arguments);
-        }
+        case Arguments::Command::Delete:
+            return Packing(output_, system_).run(arguments);
         case Arguments::Command::Unknown:
             break;
     }
     complain(arguments.problem + L"; tovar --help tells what there is");
     return kBadLine;
+}
+
+ExitCode exitCodeOf(JobEnd end) {
+    switch (end) {
+        case JobEnd::Done:
+            return kGood;
+        case JobEnd::NoLibrary:
+        case JobEnd::SwitchedOff:
+            return kNoLibrary;
+        case JobEnd::Unsupported:
+        case JobEnd::BadName:
+            return kBadLine;
+        case JobEnd::NoSource:
+        case JobEnd::NoMember:
+            return kNoMember;
+        default:
+            return kBadArchive;
+    }
+}
+
+ArchiveJobs Console::jobs(ProgressLine& line) {
+    ExtractProgressSink sink;
+    if (output_.errorsAreSeen()) {
+        sink = [&line](const ExtractProgress& progress) {
+            line.show(progress);
+            return true;
+        };
+    }
+    return ArchiveJobs(system_.jobs(zipProgress_, std::move(sink)));
 }
 
 int Console::forEach(const Arguments& arguments, Command command) {
@@ -87,33 +105,23 @@ int Console::forEach(const Arguments& arguments, Command command) {
     for (const auto& name : arguments.archives) {
         std::error_code error;
         const auto path = std::filesystem::absolute(std::filesystem::path(name), error);
-        const std::wstring file = error ? name : path.wstring();
-        const KindRow* row = kindByName(file);
-        if (!std::filesystem::is_regular_file(path, error)) {
-            complain(name + L": there is no such file");
-            note(kBadArchive);
-        } else if (row == nullptr) {
-            complain(name + L": this is no archive's name");
-            note(kBadArchive);
-        } else if (!system_.reads(*row)) {
-            complain(name + L": the library " + std::wstring(row->library) + L" is missing or too old");
-            note(kNoLibrary);
+        const ArchiveJobs::Opened archive = ArchiveJobs(system_.jobs(zipProgress_)).open(error ? name : path.wstring());
+        if (archive.result.done()) {
+            note((this->*command)(archive, arguments));
         } else {
-            const auto driver = row->makeDriver(system_.drivers());
-            if (!driver->CheckArchive(file)) {
-                complain(name + L": this is no good " + kindWord(*row) + L" archive");
-                note(kBadArchive);
-            } else {
-                note((this->*command)(file, *driver, arguments));
-            }
+            complain(name + L": " + archive.result.problem);
+            note(exitCodeOf(archive.result.end));
         }
     }
     return result;
 }
 
-ExitCode Console::list(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments) {
+ExitCode Console::list(const ArchiveJobs::Opened& archive, const Arguments& arguments) {
     const bool json = arguments.json;
-    const std::uint32_t count = driver.SetArcFile(file);
+    const JobResult listed = ArchiveJobs(system_.jobs(zipProgress_)).list(archive);
+    const ArchiveDriver& driver = *archive.driver;
+    const std::wstring& file = archive.file;
+    const std::uint32_t count = driver.entries().size();
     std::string out;
     out.reserve(2 * kWriteSize);
     if (json) {
@@ -135,7 +143,7 @@ ExitCode Console::list(const std::wstring& file, ArchiveDriver& driver, const Ar
             out.clear();
         }
     }
-    const bool complete = driver.listingComplete();
+    const bool complete = listed.done();
     if (json) {
         out += complete ? "],\"complete\":true}\n" : "],\"complete\":false}\n";
     } else {
@@ -143,12 +151,13 @@ ExitCode Console::list(const std::wstring& file, ArchiveDriver& driver, const Ar
     }
     output_.write(out);
     if (complete) return kGood;
-    complain(file + L": the listing breaks off here");
+    complain(file + L": " + listed.problem);
     return kBadArchive;
 }
 
-ExitCode Console::test(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments) {
-    const bool good = driver.TestArchive(file);
+ExitCode Console::test(const ArchiveJobs::Opened& archive, const Arguments& arguments) {
+    const std::wstring& file = archive.file;
+    const bool good = ArchiveJobs(system_.jobs(zipProgress_)).test(archive).done();
     std::string out;
     if (arguments.json) {
         out += "{\"archive\":";
@@ -162,12 +171,7 @@ ExitCode Console::test(const std::wstring& file, ArchiveDriver& driver, const Ar
     return good ? kGood : kBadArchive;
 }
 
-ExitCode Console::extract(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments) {
-    const ExtractWords& words = driver.description().extract;
-    if (arguments.flat && !unpacksFlat(words)) {
-        complain(file + L": archives of this kind unpack with their folders only");
-        return kBadLine;
-    }
+ExitCode Console::extract(const ArchiveJobs::Opened& archive, const Arguments& arguments) {
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::absolute(
         arguments.folder.empty() ? std::filesystem::current_path(error) : std::filesystem::path(arguments.folder),
@@ -176,39 +180,27 @@ ExitCode Console::extract(const std::wstring& file, ArchiveDriver& driver, const
         complain(arguments.folder + L": there can be no such folder");
         return kBadLine;
     }
-    if (auto* const common = dynamic_cast<CommonDriver*>(&driver)) common->setMaxFileCount(kMostFiles);
-    ExtractResult result;
-    try {
-        const MemberList members(arguments.members, driver.listCodec(), system_.workFolder(), system_.files());
+    JobResult result;
+    {
         ProgressLine line(output_);
-        if (output_.errorsAreSeen()) {
-            driver.setProgress([&line](const ExtractProgress& progress) {
-                line.show(progress);
-                return true;
-            });
-        }
-        result = driver.extract({.owner = arguments.ask ? system_.questionOwner() : nullptr,
-                                 .command = extractCommand(words, {.keepFolders = !arguments.flat,
-                                                                   .existing = existingFiles(arguments.existing),
-                                                                   .listed = members.isFile()}),
-                                 .archive = file,
-                                 .folder = folder.wstring(),
-                                 .members = members.argument(),
-                                 .keepExisting = arguments.existing != Arguments::Existing::Overwrite});
-        driver.setProgress({});
-    } catch (const SystemError&) {
-        complain(file + L": the members' names cannot be told to the library");
-        return kBadArchive;
+        result = jobs(line).extract(archive, {.folder = folder.wstring(),
+                                              .members = arguments.members,
+                                              .keepFolders = !arguments.flat,
+                                              .existing = existingFiles(arguments.existing),
+                                              .owner = arguments.ask ? system_.questionOwner() : nullptr});
+    }
+    if (!result.reached) {
+        complain((result.about.empty() ? archive.file : result.about) + L": " + result.problem);
+        return exitCodeOf(result.end);
     }
     std::string out;
-    appendResult(out, file, folder.wstring(), result, arguments.json);
+    appendResult(out, archive.file, folder.wstring(), result.library, arguments.json);
     output_.write(out);
-    if (!result.message.empty() && (result.failed || result.nothingChosen)) complain(file + L": " + result.message);
-    if (result.nothingChosen) {
-        complain(file + L": no member is called so");
-        return kNoMember;
+    if (!result.done() && !result.library.message.empty()) {
+        complain(archive.file + L": " + result.library.message);
     }
-    return result.failed ? kBadArchive : kGood;
+    if (result.end == JobEnd::NoMember) complain(archive.file + L": " + result.problem);
+    return exitCodeOf(result.end);
 }
 
 }  // namespace tovar::host

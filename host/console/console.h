@@ -4,7 +4,9 @@
 
 #include "host/console/arguments.h"
 #include "host/console/console_output.h"
+#include "host/console/progress_line.h"
 #include "host/console/system_services.h"
+#include "host/console/zip_progress.h"
 
 namespace tovar::host {
 
@@ -20,6 +22,7 @@ private:
 
 /// Exit codes of the console host.
 enum ExitCode { kGood = 0, kBadArchive = 1, kBadLine = 2, kNoLibrary = 3, kNoMember = 4 };
+[[nodiscard]] ExitCode exitCodeOf(JobEnd end);
 
 /// The console host's commands, on the component's own drivers.
 class Console {
@@ -30,16 +33,20 @@ public:
     int run(const Arguments& arguments);
 
 private:
-    using Command = ExitCode (Console::*)(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments);
+    using Command = ExitCode (Console::*)(const ArchiveJobs::Opened& archive, const Arguments& arguments);
 
     int forEach(const Arguments& arguments, Command command);
-    ExitCode list(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments);
-    ExitCode test(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments);
-    ExitCode extract(const std::wstring& file, ArchiveDriver& driver, const Arguments& arguments);
+    ExitCode list(const ArchiveJobs::Opened& archive, const Arguments& arguments);
+    ExitCode test(const ArchiveJobs::Opened& archive, const Arguments& arguments);
+    ExitCode extract(const ArchiveJobs::Opened& archive, const Arguments& arguments);
     void complain(const std::wstring& text);
+
+    /// Jobs that tell how they get on in a line, where somebody looks on.
+    [[nodiscard]] ArchiveJobs jobs(ProgressLine& line);
 
     ConsoleOutput& output_;
     SystemServices& system_;
+    ZipProgress zipProgress_{output_};
 };
 
 }  // namespace tovar::host

@@ -5,6 +5,7 @@
 
 #include "create/bound_zip_library.h"
 #include "drivers/library_finder.h"
+#include "front/automation/archive_jobs.h"
 #include "front/kind_table.h"
 #include "front/library_check.h"
 #include "host/console/terminal_passwords.h"
@@ -41,18 +42,37 @@ public:
     /// Whether the archives of a kind can be read. Only that kind's library is loaded for the answer.
     [[nodiscard]] bool reads(const KindRow& row) { return !CheckKind(row, drivers(), operations_).empty(); }
 
+    /// What jobs on archives stand on.
+    /// @param zipProgress  outlives them, as this object does
+    [[nodiscard]] JobPorts jobs(ProgressDialogs& zipProgress, ExtractProgressSink progress = {}) {
+        return {.drivers = drivers(),
+                .zipLibraries = zipLibraries_,
+                .zipProgress = zipProgress,
+                .workFolder = workFolder(),
+                .paths = *parts_.paths,
+                .use = [this](ArchiveKind bit) { return use(bit); },
+                .progress = std::move(progress)};
+    }
+
     [[nodiscard]] WindowHandle questionOwner() { return parts_.questionOwner.get(); }
-    [[nodiscard]] ZipLibraries& zipLibraries() { return zipLibraries_; }
     [[nodiscard]] TerminalPasswords& passwords() { return passwords_; }
-    [[nodiscard]] SystemPaths& paths() { return *parts_.paths; }
-    [[nodiscard]] FileSystem& files() { return *parts_.files; }
+
+private:
     /// The system's folder for temporary files.
     [[nodiscard]] WorkFolder& workFolder() {
         workFolder_.resetToTempFolder();
         return workFolder_;
     }
 
-private:
+    /// Nobody switches kinds off here.
+    [[nodiscard]] KindUse use(ArchiveKind bit) {
+        if (bit == kind::kCreateZip) return zipLibraries_.get() != nullptr ? KindUse::Ready : KindUse::Missing;
+        for (const KindRow& row : kindTable()) {
+            if ((row.bit == bit || row.creationBit == bit) && reads(row)) return KindUse::Ready;
+        }
+        return KindUse::Missing;
+    }
+
     MessageBoxes& messages_;
     SystemParts parts_;
     TerminalPasswords passwords_{std::move(parts_.secrets)};

@@ -27,10 +27,4 @@ std::optional<std::wstring> TerminalPasswords::askNew(std::wstring_view archive)
     return std::nullopt;
 }
 
-GivenPassword::~GivenPassword() {
-    if (password_) wipe(*password_);
-}
-
-std::optional<std::wstring> GivenPassword::ask(WindowHandle, std::wstring_view) { return password_; }
-
 }  // namespace tovar::host

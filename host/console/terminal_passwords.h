@@ -19,21 +19,6 @@ public:
     [[nodiscard]] virtual std::optional<std::wstring> ask(std::string_view question) = 0;
 };
 
-/// A password that was given before, and is overwritten in memory when the object goes.
-class GivenPassword final : public PasswordSource {
-public:
-    GivenPassword() = default;
-    ~GivenPassword() override;
-    GivenPassword(const GivenPassword&) = delete;
-    GivenPassword& operator=(const GivenPassword&) = delete;
-
-    void give(std::wstring password) { password_ = std::move(password); }
-    [[nodiscard]] std::optional<std::wstring> ask(WindowHandle owner, std::wstring_view archive) override;
-
-private:
-    std::optional<std::wstring> password_;
-};
-
 /// The system's own; win32/ and posix/ each give theirs.
 [[nodiscard]] std::unique_ptr<SecretInput> systemSecretInput();
 

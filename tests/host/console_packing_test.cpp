@@ -155,7 +155,7 @@ TEST_P(PackedKind, IsNotCreatedOfWhatIsNotThere) {
 
 TEST_P(PackedKind, IsNotCreatedOfWhatLiesElsewhere) {
     EXPECT_EQ(run({L"create", archive, L"../x"}), kBadLine);
-    EXPECT_EQ(output.errors, "tovar: ../x: this lies outside of the current folder\n");
+    EXPECT_EQ(output.errors, "tovar: ../x: this lies outside of the folder that names count from\n");
     EXPECT_FALSE(fs::exists(archive));
 }
 

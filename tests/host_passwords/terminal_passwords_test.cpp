@@ -89,13 +89,6 @@ TEST(NewPasswords, AreRefusedWhenTheyDifferOrAreEmpty) {
     EXPECT_EQ(TerminalPasswords(nullptr).askNew(L"a.zip"), std::nullopt) << "no terminal";
 }
 
-TEST(GivenPassword, IsGivenWithoutAQuestion) {
-    GivenPassword password;
-    EXPECT_EQ(password.ask(nullptr, L"a.zip"), std::nullopt);
-    password.give(L"secret");
-    EXPECT_EQ(password.ask(nullptr, L"a.zip"), L"secret");
-}
-
 // The whole way
 
 constexpr char kSecretText[] = "The quick brown fox jumps over the lazy dog";

@@ -1,4 +1,4 @@
-#include "host/console/member_list.h"
+#include "front/automation/named_members.h"
 
 #include <gtest/gtest.h>
 
@@ -8,14 +8,14 @@
 #include "shell/fakes/fake_system_paths.h"
 #include "shell/fakes/fake_text_codec.h"
 
-namespace tovar::host {
+namespace tovar {
 namespace {
 
 using Words = std::vector<std::wstring>;
 
-class MemberLists : public testing::Test {
+class NamedMembersTest : public testing::Test {
 protected:
-    MemberLists() {
+    NamedMembersTest() {
         files.addFolder(paths.temp);
         folder.resetToTempFolder();
     }
@@ -34,9 +34,9 @@ struct AloneCase {
     Words members;
     std::wstring argument;
 };
-class LoneMember : public MemberLists, public testing::WithParamInterface<AloneCase> {};
+class LoneMember : public NamedMembersTest, public testing::WithParamInterface<AloneCase> {};
 TEST_P(LoneMember, StandsInTheLine) {
-    const MemberList list(GetParam().members, utf8, folder, files);
+    const NamedMembers list(GetParam().members, utf8, folder, files);
     EXPECT_EQ(list.argument(), GetParam().argument);
     EXPECT_FALSE(list.isFile());
 }
@@ -52,11 +52,11 @@ struct ListedCase {
     Words members;
     std::string bytes;
 };
-class ListedMembers : public MemberLists, public testing::WithParamInterface<ListedCase> {};
+class ListedMembers : public NamedMembersTest, public testing::WithParamInterface<ListedCase> {};
 TEST_P(ListedMembers, StandInAFileThatGoes) {
     std::wstring file;
     {
-        const MemberList list(GetParam().members, utf8, folder, files);
+        const NamedMembers list(GetParam().members, utf8, folder, files);
         EXPECT_TRUE(list.isFile());
         ASSERT_TRUE(list.argument().starts_with(L"@"));
         file = list.argument().substr(1);
@@ -74,10 +74,10 @@ INSTANTIATE_TEST_SUITE_P(Members, ListedMembers,
                                          ListedCase{"Umlaut", {L"\xE4", L"b"}, "\xC3\xA4\r\nb\r\n"}),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST_F(MemberLists, CannotBeMadeOfNamesWithoutAForm) {
+TEST_F(NamedMembersTest, CannotBeMadeOfNamesWithoutAForm) {
     test::FakeTextCodec ansi;
-    EXPECT_THROW(MemberList({L"\x8868", L"b"}, ansi, folder, files), SystemError);
+    EXPECT_THROW(NamedMembers({L"\x8868", L"b"}, ansi, folder, files), SystemError);
 }
 
 }  // namespace
-}  // namespace tovar::host
+}  // namespace tovar

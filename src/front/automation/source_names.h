@@ -4,12 +4,13 @@
 #include <string_view>
 #include <vector>
 
-namespace tovar::host {
+namespace tovar {
 
-/// What is to be packed, named from the current folder.
+/// What is to be packed, named from a base folder.
 struct SourceNames {
     std::vector<std::wstring> names;  ///< "*.*" for the folder itself
-    std::wstring problem;             ///< why nothing is packed; empty when all is well
+    std::wstring about;               ///< the name for which nothing is packed
+    std::wstring problem;             ///< why; empty when all is well
     bool missing = false;             ///< the reason is a name that no file has
 };
 
@@ -29,4 +30,4 @@ struct SourceNames {
 /// it.
 [[nodiscard]] std::wstring zipMemberRows(const std::vector<std::wstring>& members);
 
-}  // namespace tovar::host
+}  // namespace tovar

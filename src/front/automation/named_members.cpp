@@ -1,7 +1,7 @@
-#include "host/console/member_list.h"
+#include "front/automation/named_members.h"
 
 #include "drivers/extract_lines.h"
-namespace tovar::host {
+namespace tovar {
 namespace {
 
 /// Whether a name can stand in a command line: it is one word there, and none that means something else.
@@ -12,8 +12,8 @@ bool standsAlone(std::wstring_view name) {
 
 }  // namespace
 
-MemberList::MemberList(const std::vector<std::wstring>& members, const TextCodec& codec, WorkFolder& workFolder,
-                       FileSystem& files) {
+NamedMembers::NamedMembers(const std::vector<std::wstring>& members, const TextCodec& codec, WorkFolder& workFolder,
+                           FileSystem& files) {
     if (members.empty()) return;
     if (members.size() == 1 && standsAlone(members.front())) {
         argument_ = memberArgument(members.front());
@@ -29,4 +29,4 @@ std::wstring memberRows(const std::vector<std::wstring>& members) {
     return rows;
 }
 
-}  // namespace tovar::host
+}  // namespace tovar

@@ -1,10 +1,10 @@
-#include "host/console/source_names.h"
+#include "front/automation/source_names.h"
 
 #include <system_error>
 
 #include "shell/paths.h"
 
-namespace tovar::host {
+namespace tovar {
 namespace {
 
 namespace fs = std::filesystem;
@@ -31,14 +31,17 @@ SourceNames nameSources(const std::vector<std::wstring>& names, const fs::path& 
         fs::path below = path.lexically_relative(folder.lexically_normal());
         if (!below.has_filename()) below = below.parent_path();
         if (below.empty() || *below.begin() == fs::path("..")) {
-            result.problem = name + L": this lies outside of the current folder";
+            result.problem = L"this lies outside of the folder that names count from";
         } else if (!fitsRow(name)) {
-            result.problem = name + L": the libraries cannot be told of such a name";
+            result.problem = L"the libraries cannot be told of such a name";
         } else if (!isThere(path) && !isPattern(name)) {
-            result.problem = name + L": there is no such file or folder";
+            result.problem = L"there is no such file or folder";
             result.missing = true;
         }
-        if (!result.problem.empty()) break;
+        if (!result.problem.empty()) {
+            result.about = name;
+            break;
+        }
         result.names.push_back(below == fs::path(".") ? std::wstring(kEverything) : below.wstring());
     }
     return result;
@@ -66,4 +69,4 @@ std::wstring zipMemberRows(const std::vector<std::wstring>& members) {
     return rows;
 }
 
-}  // namespace tovar::host
+}  // namespace tovar

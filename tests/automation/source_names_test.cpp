@@ -1,4 +1,4 @@
-#include "host/console/source_names.h"
+#include "front/automation/source_names.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include "recording/session.h"
 
-namespace tovar::host {
+namespace tovar {
 namespace {
 
 namespace fs = std::filesystem;
@@ -57,14 +57,16 @@ TEST_F(SourceNaming, RefusesWhatLiesElsewhere) {
     for (const std::wstring& name :
          {std::wstring(L".."), std::wstring(L"../x"), std::wstring(L"docs/../../x"), folder.parent_path().wstring()}) {
         EXPECT_EQ(named({L"a.txt", name}), (Words{L"a.txt"}));
-        EXPECT_EQ(result.problem, name + L": this lies outside of the current folder");
+        EXPECT_EQ(result.about, name);
+        EXPECT_EQ(result.problem, L"this lies outside of the folder that names count from");
         EXPECT_FALSE(result.missing);
     }
 }
 
 TEST_F(SourceNaming, RefusesWhatIsNotThere) {
     named({L"gone.txt"});
-    EXPECT_EQ(result.problem, L"gone.txt: there is no such file or folder");
+    EXPECT_EQ(result.about, L"gone.txt");
+    EXPECT_EQ(result.problem, L"there is no such file or folder");
     EXPECT_TRUE(result.missing);
 }
 
@@ -76,7 +78,8 @@ TEST_F(SourceNaming, LeavesPatternsToTheLibrary) {
 TEST_F(SourceNaming, RefusesNamesThatNoListHolds) {
     for (const wchar_t* name : {L"a\"b", L"a\nb", L"a\rb"}) {
         named({name});
-        EXPECT_EQ(result.problem, std::wstring(name) + L": the libraries cannot be told of such a name");
+        EXPECT_EQ(result.about, name);
+        EXPECT_EQ(result.problem, L"the libraries cannot be told of such a name");
     }
 }
 
@@ -90,4 +93,4 @@ TEST(SourceRows, MeanAllThatLiesInAFolderOfMembers) {
 }
 
 }  // namespace
-}  // namespace tovar::host
+}  // namespace tovar

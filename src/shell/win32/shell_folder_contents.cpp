@@ -6,14 +6,11 @@
 #include <utility>
 
 #include "shell/win32/folder_search.h"
-#include "shell/win32/long_paths.h"
 
 namespace tovar {
 namespace {
 
 constexpr std::uint32_t kKey = 1;
-
-constexpr DWORD kPatience = 150;  // milliseconds, as in the tree
 
 FolderContents::Files readFolder(const std::wstring& path) {
     FolderContents::Files found;
@@ -35,37 +32,18 @@ FolderContents::Files readFolder(const std::wstring& path) {
 }  // namespace
 
 ShellFolderContents::ShellFolderContents(Reader reader)
-    : reader_(reader ? std::move(reader) : Reader(&readFolder)), slow_([] { return Answer(); }) {}
+    : folder_(reader ? std::move(reader) : Reader(&readFolder), [] { return Files(); }) {}
 
 std::optional<FolderContents::Files> ShellFolderContents::look(const std::wstring& path) {
-    slow_.drop(kKey);
-    if (std::exchange(path_, path) != path) watch_.remove(kKey);
-    if (path.empty()) return Files();
-    // Before it is listed, so that nothing that happens meanwhile is missed.
-    if (!isSlowPlace(path)) {
-        if (!watch_.watches(kKey)) watch_.add(kKey, path);
-        return reader_(path);
-    }
-    const auto question = [reader = reader_, path, watched = watch_.watches(kKey)] {
-        Answer answer;
-        if (!watched) answer.watch = FolderWatch::begin(path);
-        answer.files = reader(path);
-        return answer;
-    };
-    std::optional<Answer> answer = slow_.ask(kKey, question, kPatience);
-    return answer ? std::optional(take(std::move(*answer))) : std::nullopt;
+    if (std::exchange(path_, path) != path) folder_.unwatch(kKey);
+    return path.empty() ? Files() : folder_.look(kKey, path);
 }
 
 std::optional<FolderContents::Files> ShellFolderContents::takeLate() {
-    auto answers = slow_.takeAnswers();
-    return answers.empty() ? std::nullopt : std::optional(take(std::move(answers.front().second)));
+    auto late = folder_.takeLate();
+    return late.empty() ? std::nullopt : std::optional(std::move(late.front().second));
 }
 
-FolderContents::Files ShellFolderContents::take(Answer answer) {
-    if (answer.watch) watch_.adopt(kKey, std::move(*answer.watch));
-    return std::move(answer.files);
-}
-
-bool ShellFolderContents::takeChange() { return !watch_.takeChanges().empty(); }
+bool ShellFolderContents::takeChange() { return !folder_.takeChanges().empty(); }
 
 }  // namespace tovar

@@ -1,9 +1,9 @@
 #pragma once
-#include <functional>
+#include <optional>
+#include <string>
 
 #include "shell/folder_contents.h"
-#include "shell/win32/folder_watch.h"
-#include "shell/win32/side_thread.h"
+#include "shell/win32/watched_folders.h"
 
 namespace tovar {
 
@@ -11,8 +11,7 @@ namespace tovar {
 /// windows do. Folders of other computers and of disks that may be absent are looked into in a thread of their own.
 class ShellFolderContents final : public FolderContents {
 public:
-    /// What looks into a folder; called in any thread.
-    using Reader = std::function<Files(const std::wstring& path)>;
+    using Reader = WatchedFolders<Files>::Reader;
 
     /// @param reader  the system's own where it is empty
     explicit ShellFolderContents(Reader reader = {});
@@ -22,16 +21,8 @@ public:
     [[nodiscard]] bool takeChange() override;
 
 private:
-    struct Answer {
-        Files files;
-        std::optional<FolderWatch::Watched> watch;
-    };
-    Files take(Answer answer);
-
-    Reader reader_;
     std::wstring path_;  ///< that is watched
-    FolderWatch watch_;
-    SideWork<Answer> slow_;
+    WatchedFolders<Files> folder_;
 };
 
 }  // namespace tovar

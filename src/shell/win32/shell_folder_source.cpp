@@ -112,8 +112,6 @@ std::vector<FolderPlace> drivesOfSystem() {
 
 constexpr int kMostLookedAt = 500;  // entries, before a folder counts as one that takes long
 
-constexpr DWORD kPatience = 150;  // milliseconds, in which most answers come and no user waits for the window
-
 bool isFolderNow(const std::wstring& path) {
     if (!isSystemText(path)) return false;
     const QuietSystem quiet;
@@ -149,10 +147,10 @@ FolderLook readFolder(const std::wstring& path) {
 }  // namespace
 
 ShellFolderSource::ShellFolderSource(Reader reader)
-    : reader_(reader ? std::move(reader) : Reader(&readFolder)), slow_([] {
-          Answer answer;
-          answer.look.error = ERROR_NOT_ENOUGH_MEMORY;
-          return answer;
+    : folders_(reader ? std::move(reader) : Reader(&readFolder), [] {
+          FolderLook look;
+          look.error = ERROR_NOT_ENOUGH_MEMORY;
+          return look;
       }) {}
 
 FolderPlace ShellFolderSource::desktop() {
@@ -177,30 +175,13 @@ std::vector<FolderPlace> ShellFolderSource::drives() {
 bool ShellFolderSource::isSlow(const std::wstring& path) { return isSlowPlace(path); }
 
 std::optional<FolderLook> ShellFolderSource::lookInto(FolderWatchKey key, const std::wstring& path) {
-    // Before it is listed, so that nothing that happens meanwhile is missed.
-    if (!isSlow(path)) {
-        if (!watch_.watches(key)) watch_.add(key, path);
-        return reader_(path);
-    }
-    const auto question = [reader = reader_, path, watched = watch_.watches(key)] {
-        Answer answer;
-        if (!watched) answer.watch = FolderWatch::begin(path);
-        answer.look = reader(path);
-        return answer;
-    };
-    std::optional<Answer> answer = slow_.ask(key, question, kPatience);
-    return answer ? std::optional(take(key, std::move(*answer))) : std::nullopt;
+    return folders_.look(key, path);
 }
 
 std::vector<FolderSource::LateLook> ShellFolderSource::takeLate() {
     std::vector<LateLook> late;
-    for (auto& [key, answer] : slow_.takeAnswers()) late.push_back({key, take(key, std::move(answer))});
+    for (auto& [key, look] : folders_.takeLate()) late.push_back({key, std::move(look)});
     return late;
-}
-
-FolderLook ShellFolderSource::take(FolderWatchKey key, Answer answer) {
-    if (answer.watch) watch_.adopt(key, std::move(*answer.watch));
-    return std::move(answer.look);
 }
 
 bool ShellFolderSource::mayHaveFolders(const std::wstring& path) {
@@ -224,19 +205,18 @@ bool ShellFolderSource::mayHaveFolders(const std::wstring& path) {
 bool ShellFolderSource::isFolder(const std::wstring& path) { return isSlow(path) || isFolderNow(path); }
 
 void ShellFolderSource::watchFolder(FolderWatchKey key, const std::wstring& path) {
-    if (!path.empty()) watch_.add(key, path);
+    if (!path.empty()) folders_.watch(key, path);
 }
 
 void ShellFolderSource::watchDrives(FolderWatchKey key) { drives_ = {key, ::GetLogicalDrives()}; }
 
 void ShellFolderSource::unwatch(FolderWatchKey key) {
-    watch_.remove(key);
-    slow_.drop(key);
+    folders_.unwatch(key);
     if (drives_ && drives_->key == key) drives_.reset();
 }
 
 std::vector<FolderWatchKey> ShellFolderSource::takeChanges() {
-    std::vector<FolderWatchKey> changed = watch_.takeChanges();
+    std::vector<FolderWatchKey> changed = folders_.takeChanges();
     const DWORD letters = ::GetLogicalDrives();
     if (drives_ && std::exchange(drives_->letters, letters) != letters) changed.push_back(drives_->key);
     return changed;

@@ -1,12 +1,10 @@
 #pragma once
 #include <windows.h>
 
-#include <functional>
 #include <optional>
 
 #include "shell/folder_source.h"
-#include "shell/win32/folder_watch.h"
-#include "shell/win32/side_thread.h"
+#include "shell/win32/watched_folders.h"
 
 namespace tovar {
 
@@ -18,8 +16,7 @@ namespace tovar {
 /// computers, and on disks that may have to be put in or woken up, are looked into in threads of their own.
 class ShellFolderSource final : public FolderSource {
 public:
-    /// What looks into a folder; called in any thread.
-    using Reader = std::function<FolderLook(const std::wstring& path)>;
+    using Reader = WatchedFolders<FolderLook>::Reader;
 
     /// @param reader  the system's own where it is empty
     explicit ShellFolderSource(Reader reader = {});
@@ -44,15 +41,7 @@ private:
         DWORD letters;
     };
 
-    struct Answer {
-        FolderLook look;
-        std::optional<FolderWatch::Watched> watch;
-    };
-    FolderLook take(FolderWatchKey key, Answer answer);
-
-    Reader reader_;
-    FolderWatch watch_;
-    SideWork<Answer> slow_;
+    WatchedFolders<FolderLook> folders_;
     std::optional<WatchedDrives> drives_;
 };
 

@@ -43,7 +43,7 @@ public:
     using Question = std::function<Answer()>;
 
     /// @param failed  the answer where there can be none: the question threw, or too many are open already
-    explicit SideWork(Answer (*failed)()) : failed_(failed) {}
+    explicit SideWork(Question failed) : failed_(std::move(failed)) {}
     ~SideWork() {
         for (auto& [key, job] : jobs_) job->thread.interrupt();
         for (auto& job : dropped_) job->thread.interrupt();
@@ -96,7 +96,7 @@ private:
         SideThread thread;  // the last: it ends before what it uses goes
     };
 
-    Answer (*failed_)();
+    Question failed_;
     std::map<std::uint32_t, std::unique_ptr<Job>> jobs_;
     std::vector<std::unique_ptr<Job>> dropped_;  ///< nobody wants their answers any more
 };

@@ -115,7 +115,22 @@ private:
         std::optional<bool> mayHaveFolders;
         std::vector<FolderNode> children;
     };
-    class Change;
+    using KnownFolders = std::unordered_map<std::wstring, FolderNode>;  ///< folders inside another one, by their names
+    /// One change of what is shown, painted when it ends.
+    class Change {
+    public:
+        explicit Change(FolderTreePresenter& tree) : tree_(tree) {
+            if (tree_.changes_++ == 0) tree_.display_.beginChange();
+        }
+        ~Change() {
+            if (--tree_.changes_ == 0) tree_.display_.endChange();
+        }
+        Change(const Change&) = delete;
+        Change& operator=(const Change&) = delete;
+
+    private:
+        FolderTreePresenter& tree_;
+    };
     /// The way down to a folder that is to be selected.
     struct Walk {
         FolderNode node = kNoFolder;  ///< as far as it is gone
@@ -125,6 +140,7 @@ private:
     };
 
     [[nodiscard]] const Node& at(FolderNode node) const { return nodes_.at(node); }
+    [[nodiscard]] std::wstring pathInside(FolderNode node, std::wstring_view name) const;
     FolderNode add(FolderNode parent, FolderNode after, Node node);
     FolderNode addPlace(Kind kind, FolderNode parent, FolderNode after, FolderPlace place);
     FolderNode addKept(FolderNode parent, Node node);
@@ -137,13 +153,18 @@ private:
     void leave(FolderNode node);
     void removeNode(FolderNode node);
     void mergeFolders(FolderNode node, std::vector<SubFolder> folders);
+    void mergeFolder(FolderNode node, const SubFolder& folder);
+    std::vector<FolderNode> forgetUnlisted(FolderNode node, const KnownFolders& unlisted);
     void mergeDrives();
-    void findRenamed(const std::vector<SubFolder>& folders, std::unordered_map<std::wstring, FolderNode>& known);
+    void findRenamed(const std::vector<SubFolder>& folders, KnownFolders& known);
     void forget(FolderNode node);
     void childrenAre(FolderNode node, std::vector<FolderNode> children);
 
     bool walkOn();
     bool askForWalk();
+    bool stepDown();
+    FolderNode removeMissing(FolderNode node);
+    void openWayTo(FolderNode node);
     [[nodiscard]] bool isUnproven(FolderNode node) const;
     [[nodiscard]] FolderNode placeFor(const std::wstring& path);
     [[nodiscard]] FolderNode childFor(FolderNode node, const std::wstring& name, bool justLooked);

@@ -20,23 +20,27 @@ public:
     void give(std::wstring password) {
         forget();
         password_ = std::move(password);
+        given_ = true;
     }
     void forget() noexcept {
-        if (password_) wipe(*password_);
-        password_.reset();
+        wipe(password_);
+        given_ = once_ = false;
     }
-    /// From now on it is given once: a driver that asks again has found it wrong, and would ask for ever.
+    /// It is given once: a driver that asks again has found it wrong, and would ask for ever.
     void giveOnce(std::wstring password) {
         give(std::move(password));
         once_ = true;
     }
     [[nodiscard]] std::optional<std::wstring> ask(WindowHandle, std::wstring_view) override {
-        if (!once_) return password_;
-        return std::exchange(password_, std::nullopt);
+        if (!given_) return std::nullopt;
+        std::wstring password = password_;
+        if (once_) forget();
+        return password;
     }
 
 private:
-    std::optional<std::wstring> password_;
+    std::wstring password_;
+    bool given_ = false;
     bool once_ = false;
 };
 

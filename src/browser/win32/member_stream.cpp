@@ -1,0 +1,59 @@
+#include "browser/win32/member_stream.h"
+
+// windows.h first
+#include <shlwapi.h>
+
+#include <utility>
+
+#include "shell/win32/long_paths.h"
+
+namespace tovar {
+
+IStream* MemberStream::open(HeldFile file, std::shared_ptr<const void> component) {
+    ComReference<MemberStream> stream(new MemberStream(std::move(file), std::move(component)));
+    const HRESULT opened = ::SHCreateStreamOnFileW(systemPath(stream->file_.path).c_str(),
+                                                   STGM_READ | STGM_SHARE_DENY_WRITE, stream->stream_.put());
+    if (FAILED(opened)) return nullptr;
+    stream->AddRef();
+    return stream.get();
+}
+
+STDMETHODIMP MemberStream::Read(void* bytes, ULONG size, ULONG* read) noexcept {
+    return stream_->Read(bytes, size, read);
+}
+
+STDMETHODIMP MemberStream::Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) noexcept {
+    return stream_->Seek(move, origin, position);
+}
+
+STDMETHODIMP MemberStream::CopyTo(IStream* other, ULARGE_INTEGER size, ULARGE_INTEGER* read,
+                                  ULARGE_INTEGER* written) noexcept {
+    return stream_->CopyTo(other, size, read, written);
+}
+
+STDMETHODIMP MemberStream::Stat(STATSTG* status, DWORD flags) noexcept {
+    // Where the file lies concerns nobody.
+    const HRESULT result = stream_->Stat(status, flags | STATFLAG_NONAME);
+    if (SUCCEEDED(result)) status->pwcsName = nullptr;
+    return result;
+}
+
+STDMETHODIMP MemberStream::Clone(IStream** clone) noexcept {
+    if (clone == nullptr) return STG_E_INVALIDPOINTER;
+    *clone = nullptr;
+    return comMethod([&] {
+        ComReference<IStream> copy(open(file_, component_));
+        if (copy.get() == nullptr) return STG_E_ACCESSDENIED;
+        LARGE_INTEGER none{}, place{};
+        ULARGE_INTEGER position{};
+        HRESULT result = stream_->Seek(none, STREAM_SEEK_CUR, &position);
+        place.QuadPart = static_cast<LONGLONG>(position.QuadPart);
+        if (SUCCEEDED(result)) result = copy->Seek(place, STREAM_SEEK_SET, nullptr);
+        if (FAILED(result)) return result;
+        copy->AddRef();
+        *clone = copy.get();
+        return S_OK;
+    });
+}
+
+}  // namespace tovar

@@ -79,6 +79,7 @@ Var NoShortcut  ; yes when a switch says so
 !include wizard.nsh
 
 Section
+  AddSize ${SIZE}
   Call Install
 SectionEnd
 

@@ -156,10 +156,26 @@ Function un.ListKept
   FindClose $0
 FunctionEnd
 
+; To be able to remove itself, the uninstaller runs from a copy in a folder for temporary files. The system removes that
+; copy at its next start, and only for administrators; so another program waits for our end and does it.
+Function un.RemoveCopy
+  ${GetFileName} "$EXEDIR" $0
+  StrCpy $0 $0 4
+  ${If} $0 == "~nsu"
+    SetOutPath "$TEMP"
+    ExecShell open "$SYSDIR\cmd.exe" '/d /c ping -n 3 127.0.0.1 >nul & del /q "$EXEPATH" & rd "$EXEDIR"' SW_HIDE
+  ${EndIf}
+FunctionEnd
+
+Function un.onGUIEnd
+  Call un.RemoveCopy
+FunctionEnd
+
 Function un.Stop
   SetErrorLevel $Code
   MessageBox MB_OK|MB_ICONSTOP "$Message" /SD IDOK
   ${If} ${Silent}
+    Call un.RemoveCopy
     Quit
   ${EndIf}
   Abort "$Message"
@@ -168,6 +184,9 @@ FunctionEnd
 Function un.Uninstall
   ; Started where nothing of ours is, or for the second time: then no file here is ours.
   ${IfNot} ${FileExists} "$INSTDIR\${LIST}"
+    ${If} ${Silent}
+      Call un.RemoveCopy
+    ${EndIf}
     Return
   ${EndIf}
   Call un.CheckAllUse
@@ -200,5 +219,8 @@ Function un.Uninstall
   Call un.RemoveFolders
   ${If} $Kept != ""
     MessageBox MB_OK|MB_ICONINFORMATION "These did not come with ${NAME} and stay in $INSTDIR:$\r$\n$Kept" /SD IDOK
+  ${EndIf}
+  ${If} ${Silent}
+    Call un.RemoveCopy
   ${EndIf}
 FunctionEnd

@@ -1,15 +1,19 @@
 ; What the user sees, and the switches that say it beforehand.
 
-!define MUI_ICON "${NSISDIR}\Contrib\Graphics\Icons\modern-install.ico"
-!define MUI_UNICON "${NSISDIR}\Contrib\Graphics\Icons\modern-uninstall.ico"
+!define MUI_ICON "${NSISDIR}\Contrib\Graphics\Icons\box-install.ico"
+!define MUI_UNICON "${NSISDIR}\Contrib\Graphics\Icons\box-uninstall.ico"
 !define MUI_ABORTWARNING
 !define MUI_FINISHPAGE_NOAUTOCLOSE
 Page custom ScopePage ScopePageLeave
 !define MUI_DIRECTORYPAGE_TEXT_TOP "The component, its archiver libraries and the sample host go into this folder."
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE FolderPageLeave
 !insertmacro MUI_PAGE_DIRECTORY
+!define MUI_INSTFILESPAGE_FINISHHEADER_TEXT "${NAME} is installed"
+!define MUI_INSTFILESPAGE_FINISHHEADER_SUBTEXT "Hosts and scripts find it now; the sample host is in the start menu."
 !insertmacro MUI_PAGE_INSTFILES
 UninstPage custom un.AskPage un.AskPageLeave
+!define MUI_INSTFILESPAGE_FINISHHEADER_TEXT "${NAME} is removed"
+!define MUI_INSTFILESPAGE_FINISHHEADER_SUBTEXT " "
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 

@@ -52,18 +52,18 @@ unpack_beside() {
 
 # bsdtar for Windows, built from the sources that the bundled libraries stand on.
 windows_peer() {
-    local peer=$deps/build/bsdtar/bin/bsdtar.exe
+    local peer=$deps_build/bsdtar/bin/bsdtar.exe
     if [ ! -e "$peer" ]; then
         say "Building bsdtar for Windows" >&2
-        ln -sf "/usr/$deps_host/lib/libbcrypt.a" "$deps/build/case/libBcrypt.a"
-        logged bsdtar cmake -S "$deps/src/libarchive" -B "$deps/build/bsdtar" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-            -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-i686.cmake" -DTOVAREX_DEPS="$deps_prefix" \
-            -DBUILD_SHARED_LIBS=OFF -DCMAKE_EXE_LINKER_FLAGS="-static -L$deps/build/case" \
-            -DCMAKE_C_FLAGS="-I$deps/build/case -D__MINGW_USE_VC2005_COMPAT -DLIBARCHIVE_STATIC" \
+        ln -sf "/usr/$deps_host/lib/libbcrypt.a" "$deps_build/case/libBcrypt.a"
+        logged bsdtar cmake -S "$deps/src/libarchive" -B "$deps_build/bsdtar" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+            -DCMAKE_TOOLCHAIN_FILE="$deps_toolchain" -DTOVAREX_DEPS="$deps_prefix" \
+            -DBUILD_SHARED_LIBS=OFF -DCMAKE_EXE_LINKER_FLAGS="-static -L$deps_build/case" \
+            -DCMAKE_C_FLAGS="-I$deps_build/case -D__MINGW_USE_VC2005_COMPAT -DLIBARCHIVE_STATIC" \
             -DENABLE_TEST=OFF -DENABLE_CPIO=OFF -DENABLE_CAT=OFF -DENABLE_OPENSSL=OFF -DENABLE_LIBXML2=OFF \
             -DENABLE_EXPAT=OFF -DENABLE_ICONV=OFF -DENABLE_LZ4=OFF -DENABLE_LZMA=OFF -DENABLE_ZSTD=OFF \
             -DENABLE_LIBB2=OFF -DENABLE_WERROR=OFF "${deps_zlib[@]}"
-        logged bsdtar cmake --build "$deps/build/bsdtar" --target bsdtar
+        logged bsdtar cmake --build "$deps_build/bsdtar" --target bsdtar
     fi
     printf %s "$peer"
 }

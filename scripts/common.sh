@@ -6,6 +6,11 @@ export root
 build=$root/build
 export TOVAREX_APT_DIR=$build/packages
 
+# The Windows that is built for and run: 32 bits, or 64 with TOVAREX_64=1.
+windows=win32
+if [ "${TOVAREX_64:-}" = 1 ]; then windows=win64; fi
+programs_folder=$build/$windows-release/bin
+
 say() { printf '\033[1m==\033[0m %s\n' "$*"; }
 fail() {
     printf '!! %s\n' "$*" >&2

@@ -1,10 +1,21 @@
-# Builds the third-party libraries for 32-bit Windows from their Debian source packages. Sourced, not run.
+# Builds the third-party libraries for Windows from their Debian source packages. Sourced, not run.
 # Each is built once and kept in build/deps; docs/dependencies.md says what each is for and under which licence.
 
 deps=$build/deps
-deps_prefix=$deps/win32
-deps_host=i686-w64-mingw32
-deps_zlib=(-DZLIB_LIBRARY=/usr/$deps_host/lib/libz.a -DZLIB_INCLUDE_DIR=/usr/$deps_host/include)
+
+# Sets what the recipes below build for.
+# $1: win32 or win64
+dependencies_for() {
+    deps_target=$1
+    case $deps_target in
+    win32) deps_host=i686-w64-mingw32 deps_toolchain=$root/cmake/mingw-i686.cmake ;;
+    win64) deps_host=x86_64-w64-mingw32 deps_toolchain=$root/cmake/mingw-x86_64.cmake ;;
+    esac
+    deps_prefix=$deps/$deps_target
+    deps_build=$deps/build/$deps_target
+    deps_zlib=(-DZLIB_LIBRARY=/usr/$deps_host/lib/libz.a -DZLIB_INCLUDE_DIR=/usr/$deps_host/include)
+}
+dependencies_for win32
 
 # Unpacks a Debian source package to build/deps/src/<name>.
 fetch_source() {
@@ -20,19 +31,10 @@ fetch_source() {
 cmake_dependency() {
     local name=$1 target=$2
     shift 2
-    cmake -S "$deps/src/$name" -B "$deps/build/$name" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-        -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-i686.cmake" -DTOVAREX_DEPS="$deps_prefix" \
+    cmake -S "$deps/src/$name" -B "$deps_build/$name" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_TOOLCHAIN_FILE="$deps_toolchain" -DTOVAREX_DEPS="$deps_prefix" \
         -DCMAKE_INSTALL_PREFIX="$deps_prefix" -DCMAKE_POSITION_INDEPENDENT_CODE=ON -DBUILD_SHARED_LIBS=OFF "$@"
-    cmake --build "$deps/build/$name" --target "$target"
-}
-
-build_bzip2() {
-    fetch_source bzip2
-    make -C "$deps/src/bzip2" CC=$deps_host-gcc-posix AR=$deps_host-ar RANLIB=$deps_host-ranlib \
-        CFLAGS="-O2 -D_FILE_OFFSET_BITS=64" libbz2.a
-    mkdir -p "$deps_prefix/lib" "$deps_prefix/include"
-    cp "$deps/src/bzip2/libbz2.a" "$deps_prefix/lib"
-    cp "$deps/src/bzip2/bzlib.h" "$deps_prefix/include"
+    cmake --build "$deps_build/$name" --target "$target"
 }
 
 build_libzip() {
@@ -40,23 +42,25 @@ build_libzip() {
     cmake_dependency libzip zip -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF -DENABLE_MBEDTLS=OFF \
         -DENABLE_OPENSSL=OFF -DENABLE_WINDOWS_CRYPTO=ON -DENABLE_BZIP2=ON -DENABLE_LZMA=OFF -DBUILD_TOOLS=OFF \
         -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_DOC=OFF "${deps_zlib[@]}"
-    cp "$deps/build/libzip/lib/libzip.a" "$deps_prefix/lib"
-    cp "$deps/src/libzip/lib/zip.h" "$deps/build/libzip/zipconf.h" "$deps_prefix/include"
+    cp "$deps_build/libzip/lib/libzip.a" "$deps_prefix/lib"
+    cp "$deps/src/libzip/lib/zip.h" "$deps_build/libzip/zipconf.h" "$deps_prefix/include"
 }
 
 build_libarchive() {
     fetch_source libarchive
     # Its check for "Bcrypt.h" stumbles over file systems that tell upper from lower case.
-    mkdir -p "$deps/build/case"
-    echo '#include <bcrypt.h>' >"$deps/build/case/Bcrypt.h"
+    mkdir -p "$deps_build/case"
+    echo '#include <bcrypt.h>' >"$deps_build/case/Bcrypt.h"
+    # It would run a program to find out whether zlib's functions are stdcall, which they are not; CMake stumbles there.
     # Times of 64 bits, without which members from 2038 on would be from 1902; who passes times to and fro has to be
     # compiled likewise.
     cmake_dependency libarchive archive_static \
-        -DCMAKE_C_FLAGS="-I$deps/build/case -D__MINGW_USE_VC2005_COMPAT" -DENABLE_TEST=OFF -DENABLE_TAR=OFF \
+        -DCMAKE_C_FLAGS="-I$deps_build/case -D__MINGW_USE_VC2005_COMPAT" -DENABLE_TEST=OFF -DENABLE_TAR=OFF \
         -DENABLE_CPIO=OFF -DENABLE_CAT=OFF -DENABLE_OPENSSL=OFF -DENABLE_LIBXML2=OFF -DENABLE_EXPAT=OFF \
         -DENABLE_ICONV=OFF -DENABLE_LZ4=OFF -DENABLE_LZMA=OFF -DENABLE_ZSTD=OFF -DENABLE_LIBB2=OFF \
-        -DENABLE_WERROR=OFF "${deps_zlib[@]}"
-    cp "$deps/build/libarchive/libarchive/libarchive_static.a" "$deps_prefix/lib/libarchive.a"
+        -DENABLE_WERROR=OFF -DZLIB_WINAPI=OFF -DZLIB_WINAPI_WITH_LIB="/usr/$deps_host/lib/libz.a" \
+        "${deps_zlib[@]}"
+    cp "$deps_build/libarchive/libarchive/libarchive_static.a" "$deps_prefix/lib/libarchive.a"
     cp "$deps/src/libarchive/libarchive/archive.h" "$deps/src/libarchive/libarchive/archive_entry.h" "$deps_prefix/include"
 }
 
@@ -70,7 +74,7 @@ compile_library() {
         shift
     done
     shift
-    objects=$deps/build/$library
+    objects=$deps_build/$library
     rm -rf "$objects"
     mkdir -p "$objects" "$deps_prefix/lib" "$deps_prefix/include"
     for source in "$@"; do
@@ -78,6 +82,14 @@ compile_library() {
     done
     rm -f "$deps_prefix/lib/$library.a"
     $deps_host-ar rcs "$deps_prefix/lib/$library.a" "$objects"/*.o
+}
+
+build_bzip2() {
+    fetch_source bzip2
+    local lib=$deps/src/bzip2 name sources=()
+    for name in blocksort huffman crctable randtable compress decompress bzlib; do sources+=("$lib/$name.c"); done
+    compile_library libbz2 -D_FILE_OFFSET_BITS=64 -- "${sources[@]}"
+    cp "$lib/bzlib.h" "$deps_prefix/include"
 }
 
 # Only its decoders; the sources that they include are none of their own.
@@ -121,17 +133,27 @@ build_idl() {
     rm -rf "$dir"
 }
 
-# Builds what is missing, and what was built by another recipe than today's: each leaves its recipe's checksum when it is
-# complete.
+# Prepares one of them when it is missing, or was built by another recipe than today's: it leaves its recipe's checksum
+# when it is complete.
+# $1: its name; $2: the folder of its checksum
+prepare_dependency() {
+    local name=$1 stamp=$2/$1 recipe
+    recipe=$(declare -f "build_$name" cmake_dependency compile_library | cksum)
+    [ "$(cat "$stamp" 2>/dev/null)" = "$recipe" ] && return 0
+    say "Preparing $name for $deps_target (once)"
+    rm -rf "${deps_build:?}/$name"
+    logged "dependency-$deps_target-$name" bash -euo pipefail -c \
+        ". '$root/scripts/common.sh'; dependencies_for $deps_target; build_$name"
+    mkdir -p "$2"
+    echo "$recipe" >"$stamp"
+}
+
+# $1: what to build for: win32, which is also what nothing means, or win64
 build_dependencies() {
-    local name recipe
-    mkdir -p "$deps/done"
-    for name in idl bzip2 libzip libarchive lhasa libmspack libdeflate; do
-        recipe=$(declare -f "build_$name" cmake_dependency | cksum)
-        [ "$(cat "$deps/done/$name" 2>/dev/null)" = "$recipe" ] && continue
-        say "Preparing $name for 32-bit Windows (once)"
-        rm -rf "$deps/build/$name"
-        logged "dependency-$name" bash -euo pipefail -c ". '$root/scripts/common.sh'; build_$name"
-        echo "$recipe" >"$deps/done/$name"
+    local name
+    dependencies_for "${1:-win32}"
+    prepare_dependency idl "$deps/done"
+    for name in bzip2 libzip libarchive lhasa libmspack libdeflate; do
+        prepare_dependency "$name" "$deps/done/$deps_target"
     done
 }

@@ -13,6 +13,7 @@ build_packages=(
 bench_packages=(cabextract lhasa)
 package_packages=(nsis zip unzip)
 run_packages=(wine wine32:i386 fonts-wine xvfb imagemagick)
+win64_packages=(g++-mingw-w64-x86-64-posix wine64) # for ./test --64 alone
 test_packages=(locales xdotool zip unzip 7zip ncompress bzip2 libarchive-tools arj gcab jlha-utils)
 
 as_root() {

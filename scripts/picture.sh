@@ -36,7 +36,7 @@ set_scale() {
 # $1: the archive or folder; $2 and more: options
 start_host() {
     coproc host_program {
-        exec timeout 300 wine "${TOVAREX_BIN:-$build/win32-release/bin}/SampleHost.exe" --report "${@:2}" \
+        exec timeout 300 wine "${TOVAREX_BIN:-$programs_folder}/SampleHost.exe" --report "${@:2}" \
             "$(windows_path "$1")" \
             2>"$build/logs/host.log"
     }
@@ -84,7 +84,7 @@ take_unpack_picture() {
 # libraries that create archives only one is there, so that its packer is chosen.
 # $1: the picture; $2: the library; $3: the folder
 take_pack_picture() {
-    local bin=${TOVAREX_BIN:-$build/win32-release/bin} alone
+    local bin=${TOVAREX_BIN:-$programs_folder} alone
     alone=$(mktemp -d)
     cp "$bin"/{SampleHost.exe,TovarEx.dll,TovarEx.manifest,"$2"} "$alone"
     mkdir -p "$(dirname "$1")"

@@ -107,7 +107,7 @@ run_wine_lane() {
     start_wine yes
     for name in "$@"; do
         mkdir "$build/logs/taken-$name" 2>/dev/null || continue
-        program=$build/win32-release/bin/${name#932-}.exe
+        program=$programs_folder/${name#932-}.exe
         if [ "$name" = "${name#932-}" ]; then
             log_program "$build/logs/test-wine-$name.log" wine "$program"
         else
@@ -125,8 +125,8 @@ run_wine_suite() {
     (start_wine yes) # makes the prefix that the lanes copy
     # The programs with windows, which take longest, stand at the end of the list.
     mapfile -t names < <({
-        cat "$build/win32-release/test-programs.txt"
-        sed 's/^/932-/' "$build/win32-release/test-programs-932.txt"
+        cat "$build/$windows-release/test-programs.txt"
+        sed 's/^/932-/' "$build/$windows-release/test-programs-932.txt"
     } | tac)
     for name in "${names[@]}"; do rm -rf "$build/logs/test-wine-$name.log.code" "$build/logs/taken-$name"; done
     (

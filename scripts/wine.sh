@@ -1,7 +1,11 @@
 # A Wine prefix of our own, and a display for it. Sourced, not run.
 # TOVAREX_WINE_PREFIX names another folder for the prefix, TOVAREX_SCREEN another size of the virtual display.
 
-export WINEPREFIX=${TOVAREX_WINE_PREFIX:-$build/wine} WINEARCH=win32
+case $windows in
+win32) export WINEPREFIX=${TOVAREX_WINE_PREFIX:-$build/wine} ;;
+win64) export WINEPREFIX=${TOVAREX_WINE_PREFIX:-$build/wine64} ;;
+esac
+export WINEARCH=$windows
 export WINEDLLOVERRIDES="mscoree=;mshtml=" # none of ours is written for .NET or HTML: no prompts for their packages
 export WINEDEBUG=${WINEDEBUG:--all}
 screen_size=${TOVAREX_SCREEN:-1280x1024}

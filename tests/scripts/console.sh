@@ -50,7 +50,7 @@ wine_tovar() {
         [[ "$word" == /* ]] && word=$(windows_path "$word")
         words+=("$word")
     done
-    timeout 60 wine "$build/win32-release/bin/tovar.exe" "${words[@]}" </dev/null 2>"$build/logs/tovar.log"
+    timeout 60 wine "$programs_folder/tovar.exe" "${words[@]}" </dev/null 2>"$build/logs/tovar.log"
 }
 
 # Compares two listings and shows how they differ.

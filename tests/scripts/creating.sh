@@ -9,7 +9,7 @@ head -c 70000 /dev/zero | tr '\0' '\1' >"$creating_work/tree/sub/deep/c.bin"
 
 # The test of the dialog leaves copies of its archives.
 TOVAREX_KEEP_ARCHIVES=$(windows_path "$creating_work/made") wine \
-    "${TOVAREX_BIN:-$build/win32-release/bin}/win32_create_tests.exe" --gtest_filter='Kinds/CreateForReal.*:*.EncryptsForReal' \
+    "${TOVAREX_BIN:-$programs_folder}/win32_create_tests.exe" --gtest_filter='Kinds/CreateForReal.*:*.EncryptsForReal' \
     >"$build/logs/creating.log" 2>&1 </dev/null || true
 
 # $1: what is checked; $2: the archive's extension; $3 and more: what unpacks it into the current folder

@@ -1,0 +1,5 @@
+# 64-bit Windows.
+set(CMAKE_SYSTEM_PROCESSOR AMD64)
+set(MINGW_TARGET x86_64-w64-mingw32)
+set(DEPS_TARGET win64)
+include("${CMAKE_CURRENT_LIST_DIR}/mingw.cmake")

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <stdexcept>
 
 #include "settings/fakes/fake_registry.h"
@@ -94,6 +95,38 @@ TEST_F(SettingsStoreTest, AValueThatIsNoNumberCountsAsAbsent) {
     backend.addValue(hive::kLocalMachine, kSection, kName, {registry_type::kNumber, {1, 2}});
     EXPECT_EQ(loaded(), kAll);
 }
+
+struct BadValue {
+    const char* name;
+    RawRegistryValue raw;
+};
+std::ostream& operator<<(std::ostream& stream, const BadValue& each) { return stream << each.name; }
+class BadSetting : public SettingsStoreTest, public testing::WithParamInterface<BadValue> {};
+
+TEST_P(BadSetting, CountsAsAbsent) {
+    backend.addValue(hive::kCurrentUser, kSection, kName, GetParam().raw);
+    EXPECT_EQ(loaded(), kAll);
+    storeForMachine(32);
+    EXPECT_EQ(loaded(), 32u);
+    backend.addValue(hive::kLocalMachine, kSection, kName, GetParam().raw);
+    EXPECT_EQ(loaded(), kAll);
+    store.saveSettings();
+    EXPECT_EQ(stored(hive::kCurrentUser), (Bytes{0xFF, 0xFF, 0xFF, 0xFF})) << "what is saved is a number again";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, BadSetting,
+    testing::Values(BadValue{"Text", {1, {'5', 0, 0, 0}}}, BadValue{"TextWithoutAnEnd", {1, {'5', 0}}},
+                    BadValue{"HalfALetter", {1, {'5'}}}, BadValue{"EmptyText", {1, {}}},
+                    BadValue{"ExpandableText", {2, {'5', 0, 0, 0}}}, BadValue{"Nothing", {0, {}}},
+                    BadValue{"NothingWithBytes", {0, {5, 0, 0, 0}}}, BadValue{"NoBytes", {3, {}}},
+                    BadValue{"ThreeBytes", {3, {5, 0, 0}}}, BadValue{"FourBytes", {3, {5, 0, 0, 0}}},
+                    BadValue{"EightBytes", {3, {5, 0, 0, 0, 0, 0, 0, 0}}}, BadValue{"EmptyNumber", {4, {}}},
+                    BadValue{"ShortNumber", {4, {5, 0, 0}}}, BadValue{"LongNumber", {4, {5, 0, 0, 0, 0}}},
+                    BadValue{"BigEndianNumber", {5, {0, 0, 0, 5}}}, BadValue{"ManyTexts", {7, {'5', 0, 0, 0, 0, 0}}},
+                    BadValue{"LargeNumber", {11, {5, 0, 0, 0, 0, 0, 0, 0}}},
+                    BadValue{"UnknownType", {0xFFFFFFFF, {5, 0, 0, 0}}}),
+    [](const auto& each) { return std::string(each.param.name); });
 
 TEST_F(SettingsStoreTest, LoadingReplacesAChangedMask) {
     storeForUser(48);

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdint>
 #include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
 
 #include "settings/settings_store.h"
 #include "settings/win32/windows_registry.h"
@@ -30,6 +34,10 @@ public:
     }
     void write(DWORD number) const {
         EXPECT_EQ(::RegSetKeyValueW(hive_, kSection, kValue, REG_DWORD, &number, sizeof number), ERROR_SUCCESS);
+    }
+    void write(DWORD type, const std::vector<std::uint8_t>& bytes) const {
+        EXPECT_EQ(::RegSetKeyValueW(hive_, kSection, kValue, type, bytes.data(), static_cast<DWORD>(bytes.size())),
+                  ERROR_SUCCESS);
     }
     // Keys that hold nothing else go too.
     void remove() const {
@@ -78,6 +86,37 @@ TEST_F(RealSettingsTest, TheUsersMinusOneCountsAsAbsent) {
     machine.write(16);
     EXPECT_EQ(loaded(), 16u);
 }
+
+struct BadValue {
+    const char* name;
+    DWORD type;
+    std::vector<std::uint8_t> bytes;
+};
+std::ostream& operator<<(std::ostream& stream, const BadValue& each) { return stream << each.name; }
+class BadRealSetting : public RealSettingsTest, public testing::WithParamInterface<BadValue> {};
+
+TEST_P(BadRealSetting, CountsAsAbsentAndIsReplaced) {
+    user.write(GetParam().type, GetParam().bytes);
+    machine.write(16);
+    EXPECT_EQ(loaded(), 16u);
+    machine.write(GetParam().type, GetParam().bytes);
+    EXPECT_EQ(loaded(), 0xFFFFFFFFu);
+    store.setArchiverSetting(7);
+    store.saveSettings();
+    EXPECT_EQ(user.read(), 7u);
+    EXPECT_EQ(machine.read(), 7u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, BadRealSetting,
+                         testing::Values(BadValue{"Text", REG_SZ, {'5', 0, 0, 0}}, BadValue{"HalfALetter", REG_SZ, {5}},
+                                         BadValue{"EmptyText", REG_SZ, {}}, BadValue{"NoBytes", REG_BINARY, {}},
+                                         BadValue{"ThreeBytes", REG_BINARY, {5, 0, 0}},
+                                         BadValue{"EightBytes", REG_BINARY, {5, 0, 0, 0, 0, 0, 0, 0}},
+                                         BadValue{"LargeNumber", REG_QWORD, {5, 0, 0, 0, 0, 0, 0, 0}},
+                                         BadValue{"EmptyNumber", REG_DWORD, {}},
+                                         BadValue{"ShortNumber", REG_DWORD, {5, 0}},
+                                         BadValue{"LongValue", REG_BINARY, std::vector<std::uint8_t>(1 << 20, 5)}),
+                         [](const auto& each) { return std::string(each.param.name); });
 
 TEST_F(RealSettingsTest, SavesForUserAndMachine) {
     store.setArchiverSetting(0x7F7);

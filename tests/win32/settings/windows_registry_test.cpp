@@ -182,6 +182,41 @@ TEST_F(WindowsRegistryTest, FailsCleanlyOnVeryLongSections) {
     EXPECT_THROW(registry.CreateKey(), RegistryError);
 }
 
+// Nobody at all may use the key. A system that keeps no rights of keys, as emulations do, opens it all the same.
+TEST_F(WindowsRegistryTest, ClosedKeysFailCleanly) {
+    store(L"Name", REG_DWORD, {1, 0, 0, 0});
+    HKEY key = nullptr;
+    ASSERT_EQ(::RegOpenKeyExW(HKEY_CURRENT_USER, section.c_str(), 0, KEY_READ | WRITE_DAC, &key), ERROR_SUCCESS);
+    ACL nobody{};
+    SECURITY_DESCRIPTOR closed{}, open{};
+    ASSERT_TRUE(::InitializeAcl(&nobody, sizeof nobody, ACL_REVISION));
+    for (SECURITY_DESCRIPTOR* each : {&closed, &open}) {
+        ASSERT_TRUE(::InitializeSecurityDescriptor(each, SECURITY_DESCRIPTOR_REVISION));
+    }
+    ASSERT_TRUE(::SetSecurityDescriptorDacl(&closed, TRUE, &nobody, FALSE));
+    ASSERT_TRUE(::SetSecurityDescriptorDacl(&open, TRUE, nullptr, FALSE));
+    const LSTATUS done = ::RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &closed);
+    HKEY again = nullptr;
+    const bool kept = done == ERROR_SUCCESS &&
+                      ::RegOpenKeyExW(HKEY_CURRENT_USER, section.c_str(), 0, KEY_READ, &again) == ERROR_ACCESS_DENIED;
+    if (again != nullptr) ::RegCloseKey(again);
+    registry.Default = 42;
+    registry.ValueType = registry_type::kNumber;
+    if (kept) {
+        Names names = {L"old"};
+        EXPECT_EQ(registry.Value(), RegistryValue(42));
+        EXPECT_FALSE(registry.KeyExists());
+        EXPECT_THROW(registry.setValue(2), RegistryError);
+        EXPECT_THROW(registry.DeleteValue(), RegistryError);
+        EXPECT_FALSE(registry.EnumerateValues(names));
+        EXPECT_TRUE(names.empty());
+    }
+    EXPECT_EQ(::RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &open), done);
+    ::RegCloseKey(key);
+    EXPECT_EQ(registry.Value(), RegistryValue(1)) << "nothing was changed";
+    if (!kept) GTEST_SKIP() << "this system opens closed keys";
+}
+
 TEST_F(WindowsRegistryTest, Associates) {
     const std::wstring name = L"TovarTest" + std::to_wstring(::GetCurrentProcessId());
     ExeAssociation association;

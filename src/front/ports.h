@@ -36,6 +36,7 @@ public:
     virtual void showPackDialog() = 0;
     /// Closes the pack dialog, if there is one, as Cancel does.
     virtual void close() noexcept = 0;
+    virtual void bringToFront() noexcept = 0;
 };
 
 /// The configuration dialog.
@@ -44,6 +45,9 @@ public:
     virtual ~ConfigurationWindow() = default;
     /// Returns when the dialog is closed.
     virtual void showModal() = 0;
+    /// Closes the dialog, if there is one, as Cancel does.
+    virtual void close() noexcept = 0;
+    virtual void bringToFront() noexcept = 0;
 };
 
 }  // namespace tovar

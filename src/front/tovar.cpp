@@ -84,27 +84,26 @@ void TovarOperations::SetFont(std::wstring_view sFontName, FontHandle hFont) {
 }
 
 void TovarOperations::Configure() {
-    if (ports_.configuration == nullptr || ports_.state.configuring) return;
+    if (bringOpenDialogToFront()) return;
     const ScopedFlag configuring(ports_.state.configuring);
-    ports_.configuration->showModal();
+    ports_.configuration.showModal();
 }
 
 bool TovarOperations::CanCreateArchive() const noexcept { return (ports_.state.effective & kind::kCreating) != 0; }
 
 bool TovarOperations::CreateArchive(std::wstring_view sArcFile, std::wstring_view sArcDir, std::wstring_view sArcList,
                                     HostWindow* fParent) {
-    if (sArcFile.empty() || sArcDir.empty() || ports_.state.creating) return false;
+    if (sArcFile.empty() || sArcDir.empty() || bringOpenDialogToFront()) return false;
     const ScopedFlag creating(ports_.state.creating);
     ports_.pump.processPending();
     ports_.state.archiveFile = sArcFile;
     ports_.state.archiveFolder = sArcDir;
     ports_.state.fileList = sArcList;
-    if (ports_.creation == nullptr) return false;
-    const std::unique_ptr<ProgressWindow> progress = ports_.creation->createProgress();
+    const std::unique_ptr<ProgressWindow> progress = ports_.creation.createProgress();
     if (progress) PlaceInHost(progress->hWnd(), fParent, false, ports_.windows);
     const WindowHandle owner = fParent == nullptr ? nullptr : fParent->hWnd();
-    ports_.creation->preparePackDialog(0, ports_.windows.isWindow(owner) ? owner : nullptr);
-    ports_.creation->showPackDialog();
+    ports_.creation.preparePackDialog(0, ports_.windows.isWindow(owner) ? owner : nullptr);
+    ports_.creation.showPackDialog();
     return false;
 }
 
@@ -185,7 +184,15 @@ void TovarOperations::unloadWindows() {
     if (ports_.state.unloading) return;
     const ScopedFlag unloading(ports_.state.unloading);
     closeSession(ports_.state);
-    if (ports_.creation != nullptr) ports_.creation->close();
+    ports_.creation.close();
+    ports_.configuration.close();
+}
+
+// The pack dialog offers what may be used, and the configuration changes it: they are never open at the same time.
+bool TovarOperations::bringOpenDialogToFront() {
+    if (ports_.state.creating) ports_.creation.bringToFront();
+    if (ports_.state.configuring) ports_.configuration.bringToFront();
+    return ports_.state.creating || ports_.state.configuring;
 }
 
 const std::shared_ptr<ArchiveDriver>& TovarOperations::driverOf(const KindRow& row) {

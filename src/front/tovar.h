@@ -26,8 +26,8 @@ struct TovarPorts {
     MessagePump& pump;
     WindowSystem& windows;
     BrowserFactory& browsers;
-    CreationWindows* creation = nullptr;           ///< null: there is nothing to show for creating
-    ConfigurationWindow* configuration = nullptr;  ///< null: there is nothing to show for configuring
+    CreationWindows& creation;
+    ConfigurationWindow& configuration;
 };
 
 /// The eight operations of `cTovar`. Objects share the state, so only one archive is shown at a time.
@@ -49,11 +49,14 @@ public:
     /// Font of the windows that are built from now on.
     void SetFont(std::wstring_view sFontName, FontHandle hFont);
 
+    /// Lets the user choose which archiver libraries may be used; returns when that is done. While an archive is being
+    /// created, or the dialog is open already, what is open comes to the front instead.
     void Configure();
 
     [[nodiscard]] bool CanCreateArchive() const noexcept;
 
-    /// Lets the user create an archive.
+    /// Lets the user create an archive. While one is being created, or the configuration is open, what is open comes to
+    /// the front instead.
     /// @param sArcList  the files to pack, handed on as they are
     /// @param fParent   may be null
     /// @return always false
@@ -73,10 +76,13 @@ public:
     /// Moves the work folder; failures are ignored.
     void SetTempDir(std::wstring_view sTempDir);
 
+    /// Closes every window of the component, whichever object opened it; dialogs close as by Cancel.
+    void unloadWindows();
+
 private:
     bool canOpen(std::wstring_view file, ArchiveKind& bit, bool withMessages, HostWindow* host);
     bool show(const std::wstring& file, const std::wstring& folder, ArchiveKind bit, HostWindow* host);
-    void unloadWindows();
+    bool bringOpenDialogToFront();
     const std::shared_ptr<ArchiveDriver>& driverOf(const KindRow& row);
     void tell(std::wstring_view file, std::wstring_view text, HostWindow* host);
 

@@ -160,42 +160,51 @@ TEST_P(CreationBit, IsEnoughToCreate) {
 
 INSTANTIATE_TEST_SUITE_P(Bits, CreationBit, testing::Values(1U, 2U, 4U));
 
-struct FakeConfiguration final : ConfigurationWindow {
-    int shown = 0;
-    std::function<void()> whileShown;
-    void showModal() override {
-        ++shown;
-        if (whileShown) whileShown();
-    }
-};
-
 TEST_F(Tovar, ShowsTheConfigurationDialog) {
-    FakeConfiguration dialog;
-    TovarPorts withDialog = ports();
-    withDialog.configuration = &dialog;
-    TovarOperations object(withDialog);
+    TovarOperations object(ports());
     object.Configure();
-    EXPECT_EQ(dialog.shown, 1);
+    EXPECT_EQ(configuration.shown, 1);
     object.Configure();
-    EXPECT_EQ(dialog.shown, 2);
+    EXPECT_EQ(configuration.shown, 2);
+    EXPECT_EQ(configuration.broughtToFront, 0);
 }
 
 TEST_F(Tovar, ShowsOneConfigurationDialogAtATime) {
-    FakeConfiguration dialog;
-    TovarPorts withDialog = ports();
-    withDialog.configuration = &dialog;
-    TovarOperations first(withDialog), second(withDialog);
-    dialog.whileShown = [&] { second.Configure(); };
+    TovarOperations first(ports()), second(ports());
+    configuration.whileShown = [&] { second.Configure(); };
     first.Configure();
-    EXPECT_EQ(dialog.shown, 1);
+    EXPECT_EQ(configuration.shown, 1);
+    EXPECT_EQ(configuration.broughtToFront, 1);
 }
 
-TEST_F(Tovar, ShowsNothingWhereThereIsNoConfigurationDialog) {
+TEST_F(Tovar, ShowsThePackDialogInPlaceOfTheConfiguration) {
     TovarOperations object(ports());
-    journal.clear();
+    creation.whileShown = [&] { object.Configure(); };
+    EXPECT_FALSE(object.CreateArchive(LR"(C:\new.zip)", LR"(C:\Target)", L"a.txt", &host));
+    EXPECT_EQ(configuration.shown, 0);
+    EXPECT_EQ(creation.broughtToFront, 1);
     object.Configure();
-    EXPECT_EQ(journal, test::Journal{});
-    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(configuration.shown, 1);
+}
+
+TEST_F(Tovar, ClosesTheConfigurationWhenAnObjectGoes) {
+    TovarOperations object(ports());
+    configuration.whileShown = [&] {
+        { const TovarOperations other(ports()); }
+        EXPECT_EQ(configuration.closed, 1);
+    };
+    object.Configure();
+    EXPECT_EQ(configuration.shown, 1);
+}
+
+TEST_F(Tovar, ObeysWhatWasConfigured) {
+    install(L"InfoZip32.dll");
+    installTar();
+    TovarOperations object(ports());
+    configuration.whileShown = [&] { state.effective = kind::kTar; };
+    EXPECT_TRUE(object.CanCreateArchive());
+    object.Configure();
+    EXPECT_FALSE(object.CanCreateArchive());
 }
 
 }  // namespace

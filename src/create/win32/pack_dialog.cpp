@@ -61,6 +61,10 @@ void fArcPack::cancel() noexcept {
     ::EndDialog(hwnd(), IDCANCEL);
 }
 
+void fArcPack::bringToFront() noexcept {
+    if (hwnd() != nullptr && ::IsWindowVisible(hwnd())) ::SetForegroundWindow(::GetLastActivePopup(hwnd()));
+}
+
 void fArcPack::onLoad() {
     anchors_.begin(hwnd(), {{IDC_GRP_OPTION, kLeft | kRight},
                             {IDC_TXT_ARC_FILE, kLeft | kRight},

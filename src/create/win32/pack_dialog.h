@@ -22,6 +22,8 @@ public:
     void ask();
     /// Closes the dialog, and what it has opened, as Cancel does.
     void cancel() noexcept;
+    /// Nothing happens while it is at work and hidden.
+    void bringToFront() noexcept;
 
 private:
     void onLoad() override;

@@ -27,8 +27,6 @@ Component::Component()
       finder_(systemPaths_, files_, *folders_, ParentPath(modulePath())) {}
 
 TovarPorts Component::ports() {
-    // The dialog for configuring belongs into the field left out here. As long as the component has none, nothing is
-    // shown for it.
     return {.surroundings = shared_from_this(),
             .state = state_,
             .settings = settings_,
@@ -39,7 +37,8 @@ TovarPorts Component::ports() {
             .pump = pump_,
             .windows = windows_,
             .browsers = browsers_,
-            .creation = &creation_};
+            .creation = creation_,
+            .configuration = configuration_};
 }
 
 }  // namespace tovar

@@ -12,8 +12,10 @@
 #include "drivers/library_finder.h"
 #include "drivers/library_folders.h"
 #include "drivers/module_loader.h"
+#include "front/state_inventory.h"
 #include "front/tovar.h"
 #include "front/win32/change_dialogs.h"
+#include "front/win32/configuration_window.h"
 #include "front/win32/creation_windows.h"
 #include "front/win32/server_lock.h"
 #include "front/win32/windows_ports.h"
@@ -84,6 +86,8 @@ private:
                                     [this](const BrowserRequest& request) { return actions_.create(request); }};
     WindowsCreationWindows creation_{
         {state_, creationProgress_, zip_, libraries_, regional_, workFolder_, paths_, files_, systemPaths_, messages_}};
+    StateInventory inventory_{state_, libraries_};
+    WindowsConfiguration configuration_{settings_, inventory_, [this] { return state_.fontName; }};
 };
 
 }  // namespace tovar

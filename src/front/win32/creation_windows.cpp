@@ -77,6 +77,10 @@ void WindowsCreationWindows::close() noexcept {
     if (dialog_) dialog_->cancel();
 }
 
+void WindowsCreationWindows::bringToFront() noexcept {
+    if (dialog_) dialog_->bringToFront();
+}
+
 CommonDriver& WindowsCreationWindows::lha() {
     lha_ =
         std::make_unique<cUnLHA>(ports_.libraries.getOrMissing(cUnLHA::kDescription), ports_.messages, ports_.regional);

@@ -63,6 +63,7 @@ public:
     void preparePackDialog(int argument, WindowHandle owner) override;
     void showPackDialog() override;
     void close() noexcept override;
+    void bringToFront() noexcept override;
 
 private:
     [[nodiscard]] CommonDriver& lha() override;

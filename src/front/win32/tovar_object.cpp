@@ -70,16 +70,35 @@ STDMETHODIMP_(ULONG) cTovar::Release() {
     if (left == 0) {
         references_ = 1;  // hosts called while the windows go may take and drop references
         delete this;
+    } else if (left == calls_ && ::GetCurrentThreadId() == thread_) {
+        // Only its own methods still hold the object: the host has let go of it from inside a dialog, which would wait
+        // for a user who may no longer see it.
+        guarded([this] {
+            operations_.unloadWindows();
+            return S_OK;
+        });
     }
     return left;
 }
 
-/// What every method of the interface has in common. The object outlives its own methods, even when the host drops it
-/// while a library or a dialog lets messages run.
+/// Keeps the object while one of its methods runs: the host may drop it while a library or a dialog lets messages run.
+class cTovar::Running {
+public:
+    explicit Running(cTovar& object) : object_(object), alive_(shareObject<ITovar>(&object)) { ++object_.calls_; }
+    ~Running() { --object_.calls_; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+private:
+    cTovar& object_;
+    ComOwner<ITovar> alive_;
+};
+
+/// What every method of the interface has in common.
 template <class Body>
 HRESULT cTovar::call(Body body) noexcept {
     if (::GetCurrentThreadId() != thread_) return reportError(RPC_E_WRONG_THREAD, IID_ITovar);
-    const ComOwner<ITovar> alive = shareObject<ITovar>(this);
+    const Running running(*this);
     const HRESULT result = guarded(body);
     return FAILED(result) ? reportError(result, IID_ITovar) : result;
 }

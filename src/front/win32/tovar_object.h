@@ -57,6 +57,8 @@ private:
     explicit cTovar(std::shared_ptr<Component> component);
     ~cTovar() = default;
 
+    class Running;
+
     template <class Body>
     HRESULT call(Body body) noexcept;
 
@@ -65,6 +67,7 @@ private:
     TovarOperations operations_;
     const DWORD thread_;
     std::atomic<ULONG> references_ = 1;
+    ULONG calls_ = 0;  ///< of its methods that run; each holds a reference
 };
 
 }  // namespace tovar

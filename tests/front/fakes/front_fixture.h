@@ -10,6 +10,7 @@
 #include "drivers/library_folders.h"
 #include "front/fakes/fake_allow_mask.h"
 #include "front/fakes/fake_browsers.h"
+#include "front/fakes/fake_dialogs.h"
 #include "front/fakes/fake_windows.h"
 #include "front/tovar.h"
 #include "shell/fakes/fake_file_system.h"
@@ -67,7 +68,9 @@ protected:
                 .pointer = pointer,
                 .pump = pump,
                 .windows = windows,
-                .browsers = browsers};
+                .browsers = browsers,
+                .creation = creation,
+                .configuration = configuration};
     }
 
     FrontFixture() {
@@ -100,6 +103,8 @@ protected:
     FakePump pump{journal};
     FakeWindowSystem windows{journal};
     FakeBrowsers browsers{journal, windows};
+    FakeCreationWindows creation{journal, windows};
+    FakeConfiguration configuration;
     FakeHost host;
     PluginState state;
     std::shared_ptr<int> surroundings = std::make_shared<int>();

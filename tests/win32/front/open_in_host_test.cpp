@@ -9,6 +9,7 @@
 
 #include "win32/create/pack_controls.h"
 #include "win32/front/support/component_fixture.h"
+#include "win32/settings/config_controls.h"
 
 namespace tovar {
 namespace {
@@ -271,7 +272,16 @@ TEST_F(OpenInHost, CreatesNothingAfterCancelAndAnswersFalse) {
     EXPECT_EQ(result, VARIANT_FALSE);
     EXPECT_EQ(user.times(), 1);
     EXPECT_EQ(::GetFileAttributesW((folder / L"new.zip").c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_TRUE(boxes.seen.empty());
+}
+
+TEST_F(OpenInHost, ConfiguresThroughTheDialog) {
+    const test::ConfigDialogUser user([](HWND dialog) {
+        EXPECT_EQ(textOf(dialog), L"Archiver Configurarion");
+        test::ConfigControls{dialog}.press(IDCANCEL);
+    });
     EXPECT_EQ(object->Configure(), S_OK);
+    EXPECT_EQ(user.times(), 1);
     EXPECT_TRUE(boxes.seen.empty());
 }
 

@@ -39,8 +39,10 @@ public:
     std::string wait() {
         const DWORD start = ::GetTickCount();
         while (::WaitForSingleObject(process_.get(), kLookMilliseconds) == WAIT_TIMEOUT) {
-            const HWND dialog = ::FindWindowW(nullptr, L"Compress Files");
-            if (dialog != nullptr) ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+            for (const wchar_t* const caption : {L"Compress Files", L"Archiver Configurarion"}) {
+                const HWND dialog = ::FindWindowW(nullptr, caption);
+                if (dialog != nullptr) ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+            }
             if (::GetTickCount() - start >= kScriptMilliseconds) ::TerminateProcess(process_.get(), 99);
         }
         ::GetExitCodeProcess(process_.get(), &code);

@@ -1,24 +1,12 @@
 #include "win32/create/pack_controls.h"
 #include "win32/host/host_fixture.h"
+#include "win32/settings/config_controls.h"
 
 namespace tovar::test {
 namespace {
 
 /// The buttons behind which there are dialogs of the component.
-class SampleHostButtons : public HostFixture {
-protected:
-    static Texts windowsOfThisThread() {
-        Texts names;
-        ::EnumThreadWindows(
-            ::GetCurrentThreadId(),
-            [](HWND each, LPARAM result) WINAPI -> BOOL {
-                if (::IsWindowVisible(each)) reinterpret_cast<Texts*>(result)->push_back(windowText(each));
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&names));
-        return names;
-    }
-};
+class SampleHostButtons : public HostFixture {};
 
 TEST_F(SampleHostButtons, CompressNeedsALibraryThatCreates) {
     select(L"small.zip");
@@ -56,15 +44,45 @@ TEST_F(SampleHostButtons, CompressShowsThePackDialog) {
     stop();
 }
 
-TEST_F(SampleHostButtons, ConfigureShowsNothingYet) {
-    const Texts before = windowsOfThisThread();
+TEST_F(SampleHostButtons, ConfigureSwitchesLibrariesOff) {
+    const ConfigDialogUser user([&](HWND dialog) {
+        const ConfigControls controls{dialog};
+        EXPECT_EQ(controls.checked(), "0001000010");
+        EXPECT_EQ(::GetWindow(dialog, GW_OWNER), window);
+        EXPECT_FALSE(::IsWindowEnabled(window));
+        controls.click(IDC_CHK_UNPACKER);
+        controls.press(IDOK);
+    });
     click(L"Con&figure");
-    EXPECT_EQ(windowsOfThisThread(), before);
+    EXPECT_EQ(user.times(), 1);
     EXPECT_TRUE(::IsWindowEnabled(window));
-    doubleClick(L"small.zip");
-    click(L"Con&figure");
-    EXPECT_TRUE(browser().isVisible());
     EXPECT_TRUE(boxes.seen.empty());
+    doubleClick(L"small.zip");
+    EXPECT_FALSE(browser().isThere());
+    EXPECT_EQ(status(), L"small.zip is not opened as an archive.");
+    doubleClick(L"small.tar.gz");
+    EXPECT_TRUE(browser().isVisible());
+}
+
+TEST_F(SampleHostButtons, ConfigureEndsWithTheWindow) {
+    const ConfigDialogUser user([&](HWND dialog) {
+        ::DestroyWindow(window);
+        EXPECT_FALSE(::IsWindow(dialog));
+    });
+    click(L"Con&figure");
+    EXPECT_EQ(user.times(), 1);
+    EXPECT_FALSE(::IsWindow(window));
+}
+
+TEST_F(SampleHostButtons, ConfigureKeepsAWindowThatIsToBeClosed) {
+    const ConfigDialogUser user([&](HWND dialog) {
+        ::SendMessageW(window, WM_CLOSE, 0, 0);
+        EXPECT_TRUE(::IsWindow(dialog));
+        ConfigControls{dialog}.press(IDCANCEL);
+    });
+    click(L"Con&figure");
+    EXPECT_EQ(user.times(), 1);
+    EXPECT_TRUE(waitUntil([&] { return !::IsWindow(window); }));
 }
 
 TEST_F(SampleHostButtons, OpenDoesNothingWithoutASelection) {

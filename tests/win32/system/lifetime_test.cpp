@@ -1,4 +1,5 @@
 #include "win32/create/pack_controls.h"
+#include "win32/settings/config_controls.h"
 #include "win32/system/support/process_marks.h"
 #include "win32/system/support/system_fixture.h"
 
@@ -92,7 +93,9 @@ TEST_F(GuestInAProcess, LeavesTheProcessAsItWas) {
     EXPECT_EQ(object->CreateArchive(makeBstr(folder / L"new.zip").get(), makeBstr(folder.path()).get(),
                                     makeBstr(L"small.zip").get(), &host.object, &created),
               S_OK);
+    const ConfigDialogUser configuration([](HWND dialog) { ConfigControls{dialog}.press(IDOK); });
     EXPECT_EQ(object->Configure(), S_OK);
+    EXPECT_EQ(configuration.times(), 1);
     EXPECT_EQ(processState(), before) << "with another browser";
     release();
     EXPECT_EQ(processState(), before) << "without the component";

@@ -95,3 +95,22 @@ take_pack_picture() {
     rm -rf "$alone"
     mogrify -trim +repage "$1"
 }
+
+# Lets the sample host configure the component, takes the screen once the dialog is shown, and closes the host.
+# $1: the picture; $2: the folder; $3: the libraries that are there, divided by blanks; $4: anything unfolds the list
+# of libraries
+take_configuration_picture() {
+    local bin=${TOVAREX_BIN:-$build/win32-release/bin} place library
+    place=$(mktemp -d)
+    cp "$bin"/{SampleHost.exe,TovarEx.dll,TovarEx.manifest} "$place"
+    for library in $3; do
+        cp "$bin/$library.dll" "$place"
+    done
+    mkdir -p "$(dirname "$1")"
+    TOVAREX_BIN=$place start_host "$2" --configure ${4:+--details}
+    say "The sample host says: $report"
+    settled_picture "$1"
+    stop_host
+    rm -rf "$place"
+    mogrify -trim +repage "$1"
+}

@@ -1,6 +1,6 @@
-// SampleHost.exe [--report] [--compress] [--extract] [ARCHIVE or FOLDER]
+// SampleHost.exe [--report] [--compress] [--configure [--details]] [--extract] [ARCHIVE or FOLDER]
 //
-// --compress and --extract press the buttons of those names, so that scripts see the dialogs.
+// --compress, --configure, --details and --extract press the buttons of those names, so that scripts see the dialogs.
 //
 // --report writes one line to standard output as soon as the window shows what it was started with: scripts wait for it
 // before they take a picture or a time.
@@ -42,13 +42,25 @@ void CALLBACK reportMessage(HWND, UINT, UINT_PTR timer, DWORD) {
     std::fflush(stdout);
 }
 
+void press(HWND parent, const wchar_t* button) {
+    ::SendMessageW(::FindWindowExW(parent, nullptr, WC_BUTTONW, button), BM_CLICK, 0, 0);
+}
+
+/// Presses Details in the dialog that a button brings up.
+void CALLBACK pressDetails(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND dialog = shownMessage();
+    if (dialog == nullptr) return;
+    ::KillTimer(nullptr, timer);
+    press(dialog, L"&Details >>");
+}
+
 /// Selects all that is in the folder and presses Compress.
 void compressAll(HWND host) {
     LVITEMW item{};
     item.state = item.stateMask = LVIS_SELECTED;
     ::SendMessageW(::FindWindowExW(host, nullptr, WC_LISTVIEWW, nullptr), LVM_SETITEMSTATE, static_cast<WPARAM>(-1),
                    reinterpret_cast<LPARAM>(&item));
-    ::SendMessageW(::FindWindowExW(host, nullptr, WC_BUTTONW, L"&Compress"), BM_CLICK, 0, 0);
+    press(host, L"&Compress");
 }
 
 /// Reports the dialog that a button has brought up.
@@ -87,13 +99,17 @@ double millisecondsSince(const LARGE_INTEGER& start) {
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    bool report = false, compress = false, extract = false;
+    bool report = false, compress = false, configure = false, details = false, extract = false;
     std::wstring path;
     for (int i = 1; i < count; ++i) {
         if (std::wcscmp(arguments[i], L"--report") == 0) {
             report = true;
         } else if (std::wcscmp(arguments[i], L"--compress") == 0) {
             compress = true;
+        } else if (std::wcscmp(arguments[i], L"--configure") == 0) {
+            configure = true;
+        } else if (std::wcscmp(arguments[i], L"--details") == 0) {
+            details = true;
         } else if (std::wcscmp(arguments[i], L"--extract") == 0) {
             extract = true;
         } else {
@@ -109,12 +125,14 @@ int wmain(int count, wchar_t** arguments) {
         tovar::host::HostWindow window;
         if (window.create(::GetModuleHandleW(nullptr))) {
             ::ShowWindow(window.hwnd(), SW_SHOW);
+            if (details) ::SetTimer(nullptr, 0, 50, &pressDetails);
             const UINT_PTR timer = report ? ::SetTimer(nullptr, 0, 100, &reportMessage) : 0;
             const std::wstring archive = window.showStart(path);
             window.paintNow();
             LARGE_INTEGER begin;
             ::QueryPerformanceCounter(&begin);
             if (compress) compressAll(window.hwnd());
+            if (configure) press(window.hwnd(), L"Con&figure");
             const bool shown = !archive.empty() && window.open(archive);
             window.paintNow();
             if (extract) ::EnumChildWindows(window.hwnd(), &pressExtract, 0);

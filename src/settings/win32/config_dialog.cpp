@@ -32,6 +32,16 @@ void addColumns(HWND list) {
     }
 }
 
+/// Makes a column as wide as its texts and its title. The last one at least fills the list, but is not cut there: a
+/// list can be scrolled.
+void fitColumn(HWND list, WPARAM column) {
+    ::SendMessageW(list, LVM_SETCOLUMNWIDTH, column, LVSCW_AUTOSIZE);
+    const LRESULT width = ::SendMessageW(list, LVM_GETCOLUMNWIDTH, column, 0);
+    ::SendMessageW(list, LVM_SETCOLUMNWIDTH, column, LVSCW_AUTOSIZE_USEHEADER);
+    if (::SendMessageW(list, LVM_GETCOLUMNWIDTH, column, 0) >= width) return;
+    ::SendMessageW(list, LVM_SETCOLUMNWIDTH, column, static_cast<LPARAM>(width));
+}
+
 RECT placeOf(HWND window) {
     RECT place{};
     ::GetWindowRect(window, &place);
@@ -105,9 +115,7 @@ void fConfig::showDetails(const std::vector<LibraryDetails>& libraries) {
         setCell(list, row, 1, each.version);
         setCell(list, row, 2, each.path);
     }
-    for (WPARAM column = 0; column < std::size(kColumns); ++column) {
-        ::SendMessageW(list, LVM_SETCOLUMNWIDTH, column, LVSCW_AUTOSIZE_USEHEADER);
-    }
+    for (WPARAM column = 0; column < std::size(kColumns); ++column) fitColumn(list, column);
     LVITEMW first{};
     first.state = first.stateMask = LVIS_FOCUSED | LVIS_SELECTED;
     ::SendMessageW(list, LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&first));

@@ -4,6 +4,7 @@
 
 #include "win32/create/pack_controls.h"
 #include "win32/settings/config_controls.h"
+#include "win32/system/support/path_variable.h"
 #include "win32/system/support/process_marks.h"
 #include "win32/system/support/system_fixture.h"
 #include "win32/system/support/waiting.h"
@@ -219,6 +220,23 @@ TEST_F(Configuration, TellsWhereTheLibrariesLie) {
     });
 }
 
+TEST_F(Configuration, ShowsLongPathsWhole) {
+    const std::wstring deep = folder / (std::wstring(110, L'n') + L"\\" + std::wstring(60, L'm'));
+    recording::Session::install(deep, L"UnRar32.dll", recording::Texts::Utf8);
+    const PathVariable path(deep);
+    create();
+    configure([&](const ConfigControls& dialog) {
+        dialog.click(IDC_CMD_DETAILS);
+        const HWND list = dialog.item(IDC_LST_LIBRARIES);
+        EXPECT_EQ(listText(list, 4, 2), deep + L"\\UnRar32.dll");
+        const LRESULT width = ::SendMessageW(list, LVM_GETCOLUMNWIDTH, 2, 0);
+        EXPECT_GE(width, ::SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(deep.c_str())));
+        EXPECT_NE(::GetWindowLongPtrW(list, GWL_STYLE) & WS_HSCROLL, 0);
+        EXPECT_EQ(dialog.hint(4), deep + L"\\UnRar32.dll");
+        dialog.press(IDCANCEL);
+    });
+}
+
 TEST_F(Configuration, IsShownOverTheWindowThatIsActive) {
     create();
     ::SetForegroundWindow(host.window());
@@ -340,12 +358,18 @@ TEST_F(Configuration, IsCancelledWhenItsOwnObjectGoes) {
         ConfigControls{dialog}.click(IDC_CHK_UNPACKER);
         object.reset();
     });
-    ITovar* const raw = object.get();
-    EXPECT_EQ(raw->Configure(), S_OK);
-    EXPECT_EQ(user.times(), 1);
+    ITovar* const early = object.get();
+    EXPECT_EQ(early->Configure(), S_OK);
     EXPECT_TRUE(user.done());
     expectStored(0xFFFFFFFF);
     EXPECT_TRUE(::IsWindowEnabled(host.window()));
+    create();
+    IDispatch* const late = object.get();
+    DISPPARAMS none{};
+    EXPECT_EQ(late->Invoke(3, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(user.times(), 2);
+    EXPECT_TRUE(user.done());
+    expectStored(0xFFFFFFFF);
 }
 
 TEST_F(Configuration, LosesNothing) {

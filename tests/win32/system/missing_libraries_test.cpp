@@ -1,5 +1,6 @@
 #include <ostream>
 
+#include "win32/system/support/path_variable.h"
 #include "win32/system/support/system_fixture.h"
 
 namespace tovar::test {
@@ -12,21 +13,6 @@ public:
     ~KeptCurrentFolder() { ::SetCurrentDirectoryW(text_); }
     KeptCurrentFolder(const KeptCurrentFolder&) = delete;
     KeptCurrentFolder& operator=(const KeptCurrentFolder&) = delete;
-
-private:
-    wchar_t text_[32768] = L"";
-};
-
-/// The PATH variable with a folder in front, put back at the end.
-class PathVariable {
-public:
-    explicit PathVariable(const std::wstring& folder) {
-        ::GetEnvironmentVariableW(L"PATH", text_, 32768);
-        ::SetEnvironmentVariableW(L"PATH", (folder + L';' + text_).c_str());
-    }
-    ~PathVariable() { ::SetEnvironmentVariableW(L"PATH", text_); }
-    PathVariable(const PathVariable&) = delete;
-    PathVariable& operator=(const PathVariable&) = delete;
 
 private:
     wchar_t text_[32768] = L"";

@@ -53,6 +53,14 @@ stable_apt_get() {
     as_root apt-get "${options[@]}" "$@"
 }
 
+# Ends where the packages go by other names, or there is nothing that installs them. $1 and more: what is missing
+require_debian() {
+    local name
+    name=$(. "${TOVAREX_OS_RELEASE:-/etc/os-release}" 2>/dev/null && printf '%s %s' "${ID:-}" "${VERSION_ID:-}") || true
+    [ "$name" = 'debian 12' ] && command -v apt-get >/dev/null && return 0
+    fail "This is built on Debian 12, and here is ${name:-another system}. In a container of it, such as debian:12, all comes by itself; here is missing: $*"
+}
+
 # Installs what is missing of the given packages; says nothing and is done at once when nothing is.
 install_packages() {
     local missing=() package
@@ -60,6 +68,7 @@ install_packages() {
         package_installed "$package" || missing+=("$package")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
+    require_debian "${missing[@]}"
     say "Installing ${missing[*]}"
     if [[ " ${missing[*]} " == *:i386* ]] && ! dpkg --print-foreign-architectures | grep -qx i386; then
         as_root dpkg --add-architecture i386

@@ -46,16 +46,18 @@ Function FindWhatIsThere
 FunctionEnd
 
 Function Unpack
+  !insertmacro SetFailure ${CODE_NOT_WRITTEN} "The files could not be written to $INSTDIR."
+  SetOverwrite try
   ClearErrors
   CreateDirectory "$INSTDIR\${WORK}\new"
-  SetOverwrite try
-  SetOutPath "$INSTDIR\${WORK}\new"
-  ${IfNot} ${Errors}
-    File /r "${STAGE}\*.*"
-    WriteUninstaller "$INSTDIR\${WORK}\new\uninstall.exe"
-  ${EndIf}
   ${If} ${Errors}
-    !insertmacro SetFailure ${CODE_NOT_WRITTEN} "The files could not be written to $INSTDIR."
+    Return
+  ${EndIf}
+  SetOutPath "$INSTDIR\${WORK}\new"
+  File /r "${STAGE}\*.*"
+  WriteUninstaller "$INSTDIR\${WORK}\new\uninstall.exe"
+  ${IfNot} ${Errors}
+    StrCpy $Code 0
   ${EndIf}
   SetOutPath "$TEMP"
 FunctionEnd
@@ -381,7 +383,8 @@ Function Install
   ${If} ${Silent}
     Quit
   ${EndIf}
-  Abort "$Message"
+  SetDetailsPrint textonly
+  Abort "Stopped."
 FunctionEnd
 
 ; When the system stops the unpacking, say, because the disk is full.

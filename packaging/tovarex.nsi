@@ -78,11 +78,22 @@ Var NoShortcut  ; yes when a switch says so
 !include uninstall.nsh
 !include wizard.nsh
 
+; What the last page says above its bar, and nothing of the single steps.
+!macro Say TEXT
+  SetDetailsPrint textonly
+  DetailPrint "${TEXT}"
+  SetDetailsPrint none
+!macroend
+
 Section
   AddSize ${SIZE}
+  !insertmacro Say "Installing..."
   Call Install
+  !insertmacro Say "Done."
 SectionEnd
 
 Section Uninstall
+  !insertmacro Say "Removing..."
   Call un.Uninstall
+  !insertmacro Say "Done."
 SectionEnd

@@ -178,7 +178,8 @@ Function un.Stop
     Call un.RemoveCopy
     Quit
   ${EndIf}
-  Abort "$Message"
+  SetDetailsPrint textonly
+  Abort "Stopped."
 FunctionEnd
 
 Function un.Uninstall

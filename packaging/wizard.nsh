@@ -6,10 +6,11 @@
 !define MUI_FINISHPAGE_NOAUTOCLOSE
 Page custom ScopePage ScopePageLeave
 !define MUI_DIRECTORYPAGE_TEXT_TOP "The component, its archiver libraries and the sample host go into this folder."
+!define MUI_PAGE_CUSTOMFUNCTION_SHOW FolderPageShow
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE FolderPageLeave
 !insertmacro MUI_PAGE_DIRECTORY
 !define MUI_INSTFILESPAGE_FINISHHEADER_TEXT "${NAME} is installed"
-!define MUI_INSTFILESPAGE_FINISHHEADER_SUBTEXT "Hosts and scripts find it now; the sample host is in the start menu."
+!define MUI_INSTFILESPAGE_FINISHHEADER_SUBTEXT "Hosts and scripts find it from now on."
 !insertmacro MUI_PAGE_INSTFILES
 UninstPage custom un.AskPage un.AskPageLeave
 !define MUI_INSTFILESPAGE_FINISHHEADER_TEXT "${NAME} is removed"
@@ -240,6 +241,14 @@ Function ScopePageLeave
     !insertmacro UseScope user
   ${EndIf}
   Call ChooseFolder
+FunctionEnd
+
+; There is nothing before it when a switch has answered the first page.
+Function FolderPageShow
+  ${If} $ScopeFixed == yes
+    GetDlgItem $0 $HWNDPARENT 3
+    ShowWindow $0 ${SW_HIDE}
+  ${EndIf}
 FunctionEnd
 
 Function FolderPageLeave

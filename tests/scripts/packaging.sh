@@ -7,6 +7,7 @@ packaging_stage=$packaging_work/stage
 packaging_version=$(package_version)
 # Where the tests take the products from; TOVAREX_PRODUCTS names another build.
 packaging_products=${TOVAREX_PRODUCTS:-$build/win32-release}
+umount "$packaging_work/disk" 2>/dev/null || true # of a run that was broken off
 rm -rf "$packaging_work"
 mkdir -p "$packaging_work" "$build/dist"
 
@@ -167,6 +168,7 @@ wait_until_gone() {
 
 # --- For one user, without a switch
 
+rm -rf "$drive"/windows/temp/~nsu* # copies of other uninstallers
 take_state before
 run_setup "installs silently" 0 "$packaging_setup" /S
 take_state installed
@@ -316,6 +318,65 @@ run_setup "the first user removes, with the setting" 0 "$packaging_setup" /S /Un
 take_state after
 count_same_state "nothing is left of two users' installations" before after
 
+# --- What cannot be written
+
+run_setup "a folder below a file cannot be made" 4 "$packaging_setup" /S '/D=C:\ask.vbs\TovarEx'
+disk=$packaging_work/disk
+mkdir -p "$disk"
+if mount -t tmpfs -o size=4m none "$disk" 2>/dev/null; then # where this user may
+    disk_folder=$(windows_path "$disk")\\TovarEx
+    run_setup "installs on a small disk" 0 "$packaging_work/0.9.0-setup.exe" /S "/D=$disk_folder"
+    folder_state "$disk" "$packaging_work/older"
+    run_setup "an upgrade that finds the disk full ends in its exit code" 4 "$packaging_setup" /S
+    folder_state "$disk" "$packaging_work/now"
+    check "the older version stays on the full disk" same "$packaging_work/older" "$packaging_work/now"
+    check "the older version stays registered there" is "$(registry_value "HKCU\\$class_key")" "$disk_folder\\TovarEx.dll"
+    run_setup "removes from the full disk" 0 "$packaging_setup" /S /Uninstall
+    check "the disk is empty again" is "$(ls "$disk")" ""
+    umount "$disk"
+fi
+
+# --- With windows
+
+# Answers every page with the return key until the program ends. $1: its process
+answer_pages() {
+    local try
+    for try in $(seq 150); do
+        kill -0 "$1" 2>/dev/null || break
+        quiet xdotool key Return || true
+        sleep 0.2
+    done
+    code=0
+    wait "$1" || code=$?
+}
+# $1: a window's title
+wait_for_window() {
+    local try
+    for try in $(seq 100); do
+        quiet xdotool search --name "$1" && return 0
+        sleep 0.1
+    done
+    return 1
+}
+timeout 100 wine "$packaging_setup" /NoShortcut </dev/null >"$packaging_work/program.log" 2>&1 &
+pages=$!
+check "setup shows a window" wait_for_window "^TovarEx Setup"
+run_setup "a second setup is refused meanwhile" 9 "$packaging_work/0.9.0-setup.exe" /S
+answer_pages "$pages"
+check "setup ends well with what it proposes" is "$code" 0
+check "setup has installed" cmp "$packaging_stage/TovarEx.dll" "$own_folder/TovarEx.dll"
+check "without a shortcut where none is wanted" gone "$drive/users/$me/$start_menu"
+set_setting HKCU
+timeout 100 wine "$own_folder/uninstall.exe" "_?=$own_windows_folder" </dev/null >"$packaging_work/program.log" 2>&1 &
+pages=$!
+check "the uninstaller shows a window" wait_for_window "^TovarEx Uninstall"
+answer_pages "$pages"
+check "the uninstaller ends well with what it proposes" is "$code" 0
+check "the uninstaller has removed" is "$(ls "$own_folder")" uninstall.exe
+check "the uninstaller keeps the setting unless it is told" \
+    is "$(registry_value 'HKCU\SOFTWARE\Vantrel\Config' ArchiverSetting)" 0x3ff
+rm -r "$local_programs"
+
 # --- The setting
 
 set_setting HKCU
@@ -326,6 +387,7 @@ run_setup "installs beside a setting" 0 "$packaging_work/0.9.0-setup.exe" /S '/D
 run_setup "the uninstaller removes the setting on request" 0 "$drive/beside/uninstall.exe" /S /RemoveSettings '_?=C:\beside'
 check "it leaves nothing but itself" is "$(ls "$drive/beside")" uninstall.exe
 run_setup "the uninstaller runs a second time without harm" 0 "$drive/beside/uninstall.exe" /S '_?=C:\beside'
+rm -r "$drive/beside"
 check "the setting goes" registry_lacks 'HKCU\SOFTWARE\Vantrel\Config' ArchiverSetting
 check "the host's value stays" is "$(registry_value 'HKCU\SOFTWARE\Vantrel\Config' Host)" host
 check "the machine's setting goes" registry_lacks 'HKLM\SOFTWARE\Vantrel\Config' ArchiverSetting

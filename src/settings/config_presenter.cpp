@@ -12,8 +12,7 @@ constexpr std::wstring_view kUnusableHint = L"It cannot be used: it is too old o
 }  // namespace
 
 void ConfigPresenter::onLoad() {
-    recomputeEffective();
-    const ArchiveKind effective = settings_.ArchiverSetting() & inventory_.available();
+    const ArchiveKind effective = recomputeEffective();
     for (std::size_t box = 0; box < kArchiverBoxes.size(); ++box) {
         const auto& [use, word] = kArchiverBoxes[box];
         const std::wstring version = inventory_.versionOf(use);
@@ -67,8 +66,10 @@ std::wstring ConfigPresenter::hintOf(std::size_t box) const {
     return details.path;
 }
 
-void ConfigPresenter::recomputeEffective() {
-    inventory_.setEffective(settings_.ArchiverSetting() & inventory_.available());
+ArchiveKind ConfigPresenter::recomputeEffective() {
+    const ArchiveKind effective = settings_.ArchiverSetting() & inventory_.available();
+    inventory_.setEffective(effective);
+    return effective;
 }
 
 /// The boxes were never read, and the effective mask is what it was before the dialog.

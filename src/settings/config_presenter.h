@@ -68,7 +68,7 @@ public:
     [[nodiscard]] std::wstring hintOf(std::size_t box) const;
 
 private:
-    void recomputeEffective();
+    ArchiveKind recomputeEffective();
     void discard();
     [[nodiscard]] LibraryDetails detailsOf(ArchiveKind use) const;
 

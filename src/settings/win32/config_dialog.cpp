@@ -66,6 +66,7 @@ void fConfig::bringToFront() noexcept {
 }
 
 void fConfig::onLoad() {
+    if (hwnd() == nullptr) return;  // its owner went while it got its font
     const RECT own = placeOf(hwnd());
     unfoldedHeight_ = own.bottom - own.top;
     // Without the list the dialog ends below its buttons.
@@ -91,7 +92,9 @@ bool fConfig::onCommand(WPARAM wParam) {
 
 std::optional<INT_PTR> fConfig::onMessage(UINT message, WPARAM, LPARAM lParam) {
     if (message == WM_DESTROY) presenter_.onGone();
-    if (message != WM_NOTIFY || reinterpret_cast<NMHDR*>(lParam)->code != TTN_GETDISPINFOW) return std::nullopt;
+    if (message != WM_NOTIFY) return std::nullopt;
+    const NMHDR& header = *reinterpret_cast<NMHDR*>(lParam);
+    if (header.code != TTN_GETDISPINFOW || header.hwndFrom != hints_) return std::nullopt;  // the list has tips too
     answerHint(*reinterpret_cast<NMTTDISPINFOW*>(lParam));
     return TRUE;
 }
@@ -136,12 +139,12 @@ HWND fConfig::box(std::size_t index) const noexcept {
 
 /// A disabled box gets no mouse messages: its hint belongs to the room that it takes up in the dialog.
 void fConfig::addHints() {
-    const HWND hints = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                         WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
-                                         CW_USEDEFAULT, CW_USEDEFAULT, hwnd(), nullptr, nullptr, nullptr);
-    if (hints == nullptr) return;
-    ::SendMessageW(hints, TTM_SETMAXTIPWIDTH, 0, scaled(kHintWidth, dpiOf(hwnd())));
-    ::SendMessageW(hints, TTM_SETDELAYTIME, TTDT_AUTOPOP, kHintMilliseconds);
+    hints_ = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                               CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hwnd(), nullptr, nullptr,
+                               nullptr);
+    if (hints_ == nullptr) return;
+    ::SendMessageW(hints_, TTM_SETMAXTIPWIDTH, 0, scaled(kHintWidth, dpiOf(hwnd())));
+    ::SendMessageW(hints_, TTM_SETDELAYTIME, TTDT_AUTOPOP, kHintMilliseconds);
     for (std::size_t index = 0; index < kArchiverBoxes.size(); ++index) {
         TTTOOLINFOW tool{};
         tool.cbSize = sizeof tool;
@@ -157,7 +160,7 @@ void fConfig::addHints() {
             tool.rect = placeOf(box(index));
             ::MapWindowPoints(HWND_DESKTOP, hwnd(), reinterpret_cast<POINT*>(&tool.rect), 2);
         }
-        ::SendMessageW(hints, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+        ::SendMessageW(hints_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     }
 }
 

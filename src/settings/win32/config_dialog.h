@@ -48,7 +48,7 @@ private:
     void answerHint(NMTTDISPINFOW& question);
     void fold(bool folded);
 
-    HWND owner_ = nullptr;
+    HWND owner_ = nullptr, hints_ = nullptr;
     LONG unfoldedHeight_ = 0, foldedHeight_ = 0;  ///< pixels, of the window
     std::wstring hint_;                           ///< the one that is shown
     ConfigPresenter presenter_;

@@ -12,6 +12,7 @@ ArchiveActions::ArchiveActions(const ArchiveActionsPorts& ports, std::wstring fo
       fontName_(std::move(fontName)),
       extraction_(ports.messages, ports.pump, ports.progress),
       opener_({extraction_, ports.workFolder, ports.paths, ports.files, ports.messages, ports.launcher, ports.copies}) {
+    if (ports_.makeExports) exports_ = ports_.makeExports(extraction_);
     ports_.copies.removeRecorded(ports_.workFolder.path());
 }
 
@@ -39,6 +40,7 @@ void ArchiveActions::extract(const ArchiveScene& scene, const std::vector<Archiv
 void ArchiveActions::cancel() noexcept {
     extraction_.cancel();
     ports_.dialogs.closeAll();
+    if (exports_) exports_->cancel();
 }
 
 }  // namespace tovar

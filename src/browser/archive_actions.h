@@ -1,9 +1,11 @@
 #pragma once
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "browser/archive_changes.h"
 #include "browser/browser_actions.h"
+#include "browser/member_exports.h"
 #include "browser/member_opener.h"
 #include "browser/unpack_presenter.h"
 
@@ -37,6 +39,8 @@ struct ArchiveActionsPorts {
     OpenedCopies& copies;
     std::wstring& lastFolder;           ///< target folder chosen last, for all browsers; empty at first
     ArchiveChanges* changes = nullptr;  ///< null: archives cannot be changed
+    /// Makes what takes members out of one browser's window; nothing: none leave it.
+    std::function<std::unique_ptr<MemberExports>(Extraction& extraction)> makeExports = {};
 };
 
 /// What the commands of one browser do.
@@ -59,6 +63,7 @@ public:
     bool deleteMembers(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override {
         return ports_.changes != nullptr && !extraction_.running() && ports_.changes->remove(scene, members);
     }
+    [[nodiscard]] MemberExports* exports() noexcept override { return exports_.get(); }
     void cancel() noexcept override;
 
 private:
@@ -66,6 +71,7 @@ private:
     std::wstring fontName_;
     Extraction extraction_;
     MemberOpener opener_;
+    std::unique_ptr<MemberExports> exports_;
 };
 
 }  // namespace tovar

@@ -26,6 +26,8 @@ struct ArchiveScene {
     Folder folder = FolderModel::kRoot;  ///< the one shown
 };
 
+class MemberExports;
+
 /// What the browser's commands do to archives and their members. A command returns when it is done; pending messages
 /// may run meanwhile, and the window then turns other commands away. Exceptions end the command and nothing else.
 class BrowserActions {
@@ -51,6 +53,9 @@ public:
     /// @param members  the selected rows from top to bottom, never empty
     /// @return whether the archive was changed, and is to be listed again
     virtual bool deleteMembers(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) = 0;
+
+    /// @return what takes members out of the window, by the mouse and through the clipboard; null: nothing does
+    [[nodiscard]] virtual MemberExports* exports() noexcept { return nullptr; }
 
     /// The window is going, or has gone: the command that runs, if any, closes its dialogs and ends as soon as it can.
     virtual void cancel() noexcept {}

@@ -35,6 +35,7 @@ enum BrowserCommand : int {
     kFind,     ///< starts to look for members by their names
     kFindNext,
     kFindPrevious,
+    kCopy,  ///< copies members to the clipboard
     // Buttons of the toolbar
     Add = 400,
     Extract,
@@ -42,7 +43,18 @@ enum BrowserCommand : int {
 };
 
 /// Keys as the system numbers them (virtual-key codes); letters and digits are their own upper-case characters.
-enum class Key : std::uint16_t { None = 0, Back = 0x08, Enter = 0x0D, Up = 0x26, Delete = 0x2E, F3 = 0x72, F4, F5, F6 };
+enum class Key : std::uint16_t {
+    None = 0,
+    Back = 0x08,
+    Enter = 0x0D,
+    Up = 0x26,
+    Insert = 0x2D,
+    Delete = 0x2E,
+    F3 = 0x72,
+    F4,
+    F5,
+    F6
+};
 
 /// A key with the keys that are held down with it.
 struct KeyStroke {

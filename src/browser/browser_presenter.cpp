@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "browser/member_exports.h"
 #include "shell/letter_case.h"
 #include "shell/paths.h"
 #include "shell/scoped_flag.h"
@@ -53,6 +54,7 @@ void BrowserPresenter::onLoad() {
 
 void BrowserPresenter::onUnload() {
     cancelWork();
+    if (MemberExports* const out = exports()) out->cancel();
     contents_.clear();
     current_.reset();
     driver_.setHWnd(formerOwner_);
@@ -83,6 +85,7 @@ bool BrowserPresenter::fill(std::wstring_view folderKey) {
         showArchiveStatus(entryCount);
     }
     updateCommands();  // now that the archive is free for them
+    settleDrop();
     return true;
 }
 

@@ -12,6 +12,7 @@
 #include "browser/browser_commands.h"
 #include "browser/browser_view.h"
 #include "browser/contents_list.h"
+#include "browser/drag_contents.h"
 #include "browser/file_types.h"
 #include "browser/folder_model.h"
 #include "browser/member_search.h"
@@ -87,6 +88,13 @@ public:
     void onRowsSelected(std::uint32_t count);
     void onHeaderClicked(std::size_t column);
 
+    /// The user drags the selected rows. Returns when he has let them go.
+    void onDragBegun(DragButton button);
+    /// The shell tells of a file; while the view watches it.
+    void onShellNotify(const std::wstring& first, const std::wstring& second);
+    /// See BrowserView::finishDropSoon.
+    void onFinishDrop();
+
     /// Shows an item of the archive: its folder, and its row alone selected, with the focus, in sight. Where the
     /// keyboard is does not change.
     /// @return false when there is no such item, or no archive is shown
@@ -111,6 +119,10 @@ private:
     bool work(const std::function<bool(const ArchiveScene&)>& run);
     void extract(const std::vector<ArchiveMember>& members);
     void deleteSelected();
+    void copySelected();
+    [[nodiscard]] MemberExports* exports() const noexcept;
+    /// Looks after a drag whose drop the shell has still to tell of, or has told of.
+    void settleDrop();
     void refresh();
     void exit();
     void setViewStyle(ViewStyle style);

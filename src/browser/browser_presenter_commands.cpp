@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "browser/browser_presenter.h"
+#include "browser/member_exports.h"
 #include "shell/scoped_flag.h"
 
 // The commands of the archive browser: which of them are there, and what they do.
@@ -34,6 +35,8 @@ bool BrowserPresenter::isEnabled(BrowserCommand command) const {
             return open && !isBusy() && driver_.description().changeable && offers(mnuEditAdd);
         case mnuEditDelete:
             return open && !isBusy() && selectedRows_ != 0 && driver_.description().changeable && offers(mnuEditDelete);
+        case kCopy:
+            return open && !isBusy() && selectedRows_ != 0 && exports() != nullptr;
         case kOpen:
             return rowToOpen().has_value();
         case mnuEditSelectAll:
@@ -92,6 +95,7 @@ bool BrowserPresenter::work(const std::function<bool(const ArchiveScene&)>& run)
     }
     if (view_.hWnd() == nullptr) return false;
     updateCommands();
+    settleDrop();
     return changed;
 }
 
@@ -119,6 +123,9 @@ void BrowserPresenter::onCommand(BrowserCommand command) {
             break;
         case mnuEditDelete:
             deleteSelected();
+            break;
+        case kCopy:
+            copySelected();
             break;
         case mnuEditSelectAll:
             selectRows([this](Breather* breather) { return view_.selectAll(breather); });
@@ -162,6 +169,53 @@ void BrowserPresenter::deleteSelected() {
     const std::vector<ArchiveMember> members = selectedMembers();
     if (members.empty()) return;
     if (work([&](const ArchiveScene& scene) { return actions_->deleteMembers(scene, members); })) refresh();
+}
+
+MemberExports* BrowserPresenter::exports() const noexcept {
+    return actions_ == nullptr ? nullptr : actions_->exports();
+}
+
+void BrowserPresenter::copySelected() {
+    const std::vector<ArchiveMember> members = selectedMembers();
+    if (members.empty()) return;
+    work([&](const ArchiveScene& scene) {
+        exports()->copy(scene, members);
+        return false;
+    });
+}
+
+void BrowserPresenter::onDragBegun(DragButton button) {
+    if (ordering_ || !isEnabled(kCopy)) return;
+    const std::vector<ArchiveMember> members = selectedMembers();
+    if (members.empty()) return;
+    view_.watchShell(true);
+    work([&](const ArchiveScene& scene) {
+        exports()->drag(scene, members, button);
+        return false;
+    });
+}
+
+void BrowserPresenter::onShellNotify(const std::wstring& first, const std::wstring& second) {
+    MemberExports* const out = exports();
+    if (out == nullptr) return;
+    out->onShellNotify(first, second);
+    if (out->hasDrop() && !isBusy()) view_.finishDropSoon();
+}
+
+void BrowserPresenter::onFinishDrop() {
+    MemberExports* const out = exports();
+    if (out == nullptr || !current_ || isBusy() || !out->hasDrop()) return;
+    work([&](const ArchiveScene& scene) {
+        out->finishDrop(scene);
+        return false;
+    });
+}
+
+void BrowserPresenter::settleDrop() {
+    const MemberExports* const out = exports();
+    if (out == nullptr || isBusy()) return;
+    view_.watchShell(out->awaitsDrop());
+    if (out->hasDrop()) view_.finishDropSoon();
 }
 
 void BrowserPresenter::refresh() {

@@ -61,6 +61,10 @@ public:
     /// Enables or disables what the user always sees of a command: `mnuEdit`, or a button of the toolbar.
     virtual void enable(BrowserCommand command, bool enabled) = 0;
     virtual void setStatus(std::wstring_view text) = 0;
+    /// Hears what the shell tells of files, or does not any more.
+    virtual void watchShell(bool watched) = 0;
+    /// Calls the presenter's onFinishDrop outside of every other message.
+    virtual void finishDropSoon() = 0;
     /// Closes the window as its user would. It may be gone only after the call.
     virtual void close() = 0;
 };

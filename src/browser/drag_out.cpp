@@ -59,7 +59,7 @@ void DragOut::drag(const ArchiveScene& scene, const std::vector<ArchiveMember>& 
     }
     // Members that were taken as streams are where they belong.
     if (!dragged_ || dragged_->isCancelled() || dragged_->way() == DraggedMembers::Way::Streams ||
-        (!taken && folder_.empty())) {
+        ((!taken || inBin_) && folder_.empty())) {
         forget();
     } else if (!folder_.empty()) {
         finish(scene);
@@ -72,7 +72,12 @@ void DragOut::onShellNotify(const std::wstring& first, const std::wstring& secon
     if (!place) return;
     placeholder_->droppedAs(place->file);
     placeholder_->removeDropped();
-    if (!place->isFolder || !folder_.empty() || dragged_->isCancelled()) return;
+    if (!place->isFolder && folder_.empty()) {
+        inBin_ = true;
+        if (!dragging_) forget();
+        return;
+    }
+    if (!folder_.empty() || dragged_->isCancelled()) return;
     if (dragged_->goByPlaceholder()) folder_ = ParentPath(place->file);
 }
 
@@ -118,6 +123,7 @@ void DragOut::tell(WindowHandle window, std::wstring_view text) {
 void DragOut::forget() noexcept {
     placeholder_.reset();
     dragged_.reset();
+    inBin_ = false;
     folder_.clear();
     list_.clear();
 }

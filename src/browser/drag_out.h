@@ -54,6 +54,7 @@ private:
     std::wstring folder_;  ///< where they were dropped; with a separator at its end
     bool dragging_ = false;
     bool finishing_ = false;
+    bool inBin_ = false;      ///< there the drag ends
     bool cancelled_ = false;  ///< the window is going
 };
 

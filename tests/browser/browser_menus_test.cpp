@@ -34,8 +34,8 @@ TEST(BrowserMenus, OfferTheViewStyles) {
 }
 
 TEST(BrowserMenus, OfferOnRowsWhatCanBeDoneWithThem) {
-    EXPECT_EQ(in(entriesOf(BrowserMenu::Rows)),
-              (Entries{kOpen, mnuEditExtract, mnuEditDelete, kNoCommand, mnuEditSelectAll, mnuEditSelectInvert}));
+    EXPECT_EQ(in(entriesOf(BrowserMenu::Rows)), (Entries{kOpen, mnuEditExtract, kCopy, mnuEditDelete, kNoCommand,
+                                                         mnuEditSelectAll, mnuEditSelectInvert}));
     EXPECT_EQ(in(entriesOf(BrowserMenu::Folders)), (Entries{kOpen, mnuEditExtract}));
 }
 

@@ -47,6 +47,7 @@ Pairs pairsOfFrontPage() {
         const auto cells = cellsOf(line);
         EXPECT_EQ(cells.size(), 4U) << line;
         for (std::size_t place = 0; place + 1 < cells.size(); place += 2) {
+            if (cells[place].empty() && cells[place + 1].empty()) continue;  // an odd number of them
             EXPECT_TRUE(pairs.emplace(cells[place], cells[place + 1]).second) << line;
         }
     }
@@ -59,6 +60,7 @@ std::string textOf(const KeyStroke& stroke) {
     if (stroke.control) text += "Ctrl+";
     if (stroke.shift) text += "Shift+";
     if (stroke.alt) text += "Alt+";
+    if (stroke.key == Key::Insert) return text + "Insert";
     return text + (stroke.key == Key::Up ? "Up" : std::string(1, static_cast<char>(stroke.key)));
 }
 
@@ -76,7 +78,7 @@ Pairs pairsOfCommands() {
 
 TEST(KeyboardList, NamesEveryKeyOnTheFrontPageAndNoOther) {
     const Pairs commands = pairsOfCommands();
-    EXPECT_EQ(commands.size(), 16U);
+    EXPECT_EQ(commands.size(), 17U);
     EXPECT_EQ(pairsOfFrontPage(), commands);
 }
 

@@ -165,6 +165,17 @@ TEST_F(DragOutTest, UnpacksNothingIntoTheRecycleBin) {
     EXPECT_TRUE(answers.messages.empty());
     EXPECT_EQ(line(), L"");
     EXPECT_EQ(namesIn(LR"(C:\RECYCLED)"), Names{}) << "the placeholder is nothing to bring back";
+    EXPECT_FALSE(out.awaitsDrop());
+    expectClean();
+}
+
+TEST_F(DragOutTest, UnpacksNothingIntoARecycleBinThatIsToldOfLater) {
+    shell.files.addFolder(LR"(D:\$RECYCLE.BIN\S-1-5)");
+    drag();
+    dropInto(LR"(D:\$RECYCLE.BIN\S-1-5)");
+    EXPECT_FALSE(out.hasDrop());
+    EXPECT_FALSE(out.awaitsDrop());
+    expectClean();
 }
 
 TEST_F(DragOutTest, TakesTheFirstFolderThatIsToldOf) {

@@ -85,6 +85,8 @@ public:
     void enable(BrowserCommand command, bool isEnabled) override { enabled[command] = isEnabled; }
     void close() override { ++timesClosed; }
     void setStatus(std::wstring_view text) override { status = text; }
+    void watchShell(bool) override {}
+    void finishDropSoon() override {}
 
     [[nodiscard]] std::uint32_t selectedCount() const {
         return static_cast<std::uint32_t>(std::count(rows.begin(), rows.end(), true));

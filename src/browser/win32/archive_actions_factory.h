@@ -4,7 +4,14 @@
 
 #include "browser/archive_actions.h"
 #include "browser/archive_browser.h"
+#include "browser/archive_exports.h"
+#include "browser/win32/local_file_time.h"
+#include "browser/win32/ole_drag_source.h"
 #include "browser/win32/unpack_dialog.h"
+#include "browser/win32/windows_clipboard_watch.h"
+#include "browser/win32/windows_processes.h"
+#include "shell/win32/ansi_codec.h"
+#include "shell/win32/windows_clipboard.h"
 #include "shell/win32/windows_programs.h"
 
 namespace tovar {
@@ -13,9 +20,13 @@ namespace tovar {
 class ArchiveActionsFactory {
 public:
     /// All of it outlives the factory and what it makes.
-    /// @param changes  null: archives cannot be changed
+    /// @param changes        null: archives cannot be changed
+    /// @param confirmations  null: members do not leave the window
+    /// @param component      gives what has to stay as long as another program holds something of a drag
     ArchiveActionsFactory(WorkFolder& workFolder, PathOperations& paths, FileSystem& files, MessageBoxes& messages,
-                          MessagePump& pump, ProgressDialogs& progress, ArchiveChanges* changes = nullptr)
+                          MessagePump& pump, ProgressDialogs& progress, ArchiveChanges* changes = nullptr,
+                          Confirmations* confirmations = nullptr,
+                          std::function<std::shared_ptr<const void>()> component = {})
         : workFolder_(workFolder),
           paths_(paths),
           files_(files),
@@ -24,16 +35,33 @@ public:
           progress_(progress),
           changes_(changes),
           launcher_(programs_, pump),
-          copies_(files) {}
+          copies_(files),
+          confirmations_(confirmations),
+          dragSource_(std::move(component)),
+          items_(workFolder, files, processes_) {}
 
     [[nodiscard]] std::unique_ptr<BrowserActions> create(const BrowserRequest& request) {
         return std::make_unique<ArchiveActions>(
             ArchiveActionsPorts{workFolder_, paths_, files_, messages_, pump_, progress_, launcher_, dialogs_, copies_,
-                                lastFolder_, changes_},
+                                lastFolder_, changes_,
+                                confirmations_ == nullptr
+                                    ? MakeExports()
+                                    : [this](Extraction& extraction) { return makeExports(extraction); }},
             request.fontName);
     }
 
 private:
+    using MakeExports = std::function<std::unique_ptr<MemberExports>(Extraction& extraction)>;
+
+    [[nodiscard]] std::unique_ptr<MemberExports> makeExports(Extraction& extraction) {
+        return std::make_unique<ArchiveExports>(
+            ArchiveExports::Ports{{{extraction, workFolder_, paths_, files_, messages_, items_},
+                                   *confirmations_,
+                                   dragSource_,
+                                   &fileTimeOfLocal},
+                                  clipboardCopies_});
+    }
+
     WorkFolder& workFolder_;
     PathOperations& paths_;
     FileSystem& files_;
@@ -46,6 +74,15 @@ private:
     WindowsUnpackDialogs dialogs_;
     OpenedCopies copies_;
     std::wstring lastFolder_;
+    // What takes members out of windows.
+    Confirmations* confirmations_;
+    OleDragSource dragSource_;
+    WindowsProcesses processes_;
+    OwnItems items_;
+    AnsiCodec ansi_;
+    WindowsClipboard clipboard_;
+    WindowsClipboardWatch clipboardWatch_;
+    ClipboardCopies clipboardCopies_{clipboard_, ansi_, clipboardWatch_};
 };
 
 }  // namespace tovar

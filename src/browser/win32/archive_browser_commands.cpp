@@ -15,7 +15,7 @@ namespace tovar {
 namespace {
 
 // Messages run while these work, and the window may go meanwhile: they are begun outside of every control's message.
-constexpr BrowserCommand kLong[] = {kOpen, mnuEditExtract, mnuEditAdd, mnuEditDelete, kRefresh, mnuEditExit};
+constexpr BrowserCommand kLong[] = {kOpen, mnuEditExtract, kCopy, mnuEditAdd, mnuEditDelete, kRefresh, mnuEditExit};
 // The same, as long as there are very many rows.
 constexpr BrowserCommand kLongForManyRows[] = {mnuEditSelectAll, mnuEditSelectInvert};
 
@@ -77,6 +77,33 @@ std::optional<LRESULT> fArcMain::onShowFolder(WPARAM folder, LPARAM) {
         runToTheEnd([&] { presenter_.onFolderSelected(static_cast<Folder>(folder)); });
     }
     return 0;
+}
+
+std::optional<LRESULT> fArcMain::onDragRows(WPARAM button, LPARAM) {
+    const auto with = static_cast<DragButton>(button);
+    // Who has let the button go by now has dropped nothing anywhere.
+    const bool isHeld = ::GetKeyState(with == DragButton::Left ? VK_LBUTTON : VK_RBUTTON) < 0;
+    if (isHeld) runToTheEnd([&] { presenter_.onDragBegun(with); });
+    return 0;
+}
+
+std::optional<LRESULT> fArcMain::onFinishDrop(WPARAM, LPARAM) {
+    runToTheEnd([&] { presenter_.onFinishDrop(); });
+    return 0;
+}
+
+void fArcMain::watchShell(bool watched) {
+    if (!watched) {
+        shellNotify_.stop();
+    } else if (shellNotify_.hwnd() != nullptr || shellNotify_.create(hwnd(), WenShellNotify1)) {
+        shellNotify_.start();
+    }
+}
+
+void fArcMain::finishDropSoon() { ::PostMessageW(hwnd(), kFinishDrop, 0, 0); }
+
+void fArcMain::onShellNotify(const std::wstring& first, const std::wstring& second) {
+    presenter_.onShellNotify(first, second);
 }
 
 void fArcMain::runToTheEnd(const std::function<void()>& run) {
@@ -167,7 +194,7 @@ bool fArcMain::onPaneKey(HWND pane, const KeyStroke& key) {
     if (command == kNoCommand || command == kOpen) return false;
     if ((pane == address_.edit() || find_.contains(pane)) && !isOneOf(kInTextFields, command)) return false;
     // Somebody in the tree does not think of the rows that are selected in the list.
-    if (pane == tree_.hwnd() && command == mnuEditDelete) return false;
+    if (pane == tree_.hwnd() && (command == mnuEditDelete || command == kCopy)) return false;
     runCommand(command);
     return true;
 }

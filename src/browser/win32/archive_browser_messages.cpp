@@ -43,6 +43,8 @@ std::optional<LRESULT> fArcMain::onMessage(UINT message, WPARAM wParam, LPARAM l
         {kRunCommand, &fArcMain::onRunCommand},
         {kOpenRow, &fArcMain::onOpenRow},
         {kSortRows, &fArcMain::onSortRows},
+        {kDragRows, &fArcMain::onDragRows},
+        {kFinishDrop, &fArcMain::onFinishDrop},
         {kShowFolder, &fArcMain::onShowFolder},
         {WM_CONTEXTMENU, &fArcMain::onContextMenu},
         {WM_MOUSEACTIVATE, &fArcMain::onMouseActivate},
@@ -132,6 +134,8 @@ std::optional<LRESULT> fArcMain::onNotify(WPARAM, LPARAM lParam) {
         {LV1, NM_RETURN, &fArcMain::onListEnter},
         {LV1, LVN_KEYDOWN, &fArcMain::onListKey},
         {LV1, LVN_COLUMNCLICK, &fArcMain::onListHeader},
+        {LV1, LVN_BEGINDRAG, &fArcMain::onListDrag},
+        {LV1, LVN_BEGINRDRAG, &fArcMain::onListDrag},
     };
     return dispatchNotify(*this, routes, lParam);
 }
@@ -240,6 +244,13 @@ LRESULT fArcMain::onListHeader(NMHDR& header) {
     } else {
         presenter_.onHeaderClicked(column);
     }
+    return 0;
+}
+
+// Messages run until the button is let go: not inside the list's own message.
+LRESULT fArcMain::onListDrag(NMHDR& header) {
+    const DragButton button = header.code == LVN_BEGINDRAG ? DragButton::Left : DragButton::Right;
+    ::PostMessageW(hwnd(), kDragRows, static_cast<WPARAM>(button), 0);
     return 0;
 }
 

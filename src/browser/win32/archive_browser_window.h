@@ -28,6 +28,7 @@
 #include "shell/win32/desktop_watch.h"
 #include "shell/win32/form_fonts.h"
 #include "shell/win32/handles.h"
+#include "shell/win32/shell_notify.h"
 #include "shell/win32/splitter.h"
 #include "shell/win32/window.h"
 
@@ -54,7 +55,8 @@ class fArcMain final : public ArchiveBrowser,
                        private DesktopListener,
                        private MenuBandOwner,
                        private PaneKeys,
-                       private FindBarOwner {
+                       private FindBarOwner,
+                       private ShellNotifyListener {
 public:
     /// Creates the window, hidden; hWnd() is null when that failed.
     fArcMain(const BrowserRequest& request, const BrowserWindowPorts& ports, std::function<void()> onUnloaded);
@@ -89,6 +91,8 @@ private:
     [[nodiscard]] std::optional<std::uint32_t> focusedRow() const override;
     void enable(BrowserCommand command, bool enabled) override;
     void setStatus(std::wstring_view text) override;
+    void watchShell(bool watched) override;
+    void finishDropSoon() override;
     void close() override;
 
     // AddressKeys
@@ -121,6 +125,9 @@ private:
     void onFindBarFocus() override;
     void onFindBarTab(bool backwards) override;
 
+    // ShellNotifyListener
+    void onShellNotify(const std::wstring& first, const std::wstring& second) override;
+
     // Messages
     std::optional<LRESULT> onCreate(WPARAM, LPARAM);
     std::optional<LRESULT> onDestroy(WPARAM, LPARAM);
@@ -143,6 +150,8 @@ private:
     std::optional<LRESULT> onRunCommand(WPARAM command, LPARAM);
     std::optional<LRESULT> onOpenRow(WPARAM, LPARAM);
     std::optional<LRESULT> onSortRows(WPARAM column, LPARAM);
+    std::optional<LRESULT> onDragRows(WPARAM button, LPARAM);
+    std::optional<LRESULT> onFinishDrop(WPARAM, LPARAM);
     std::optional<LRESULT> onShowFolder(WPARAM folder, LPARAM);
     std::optional<LRESULT> onCommand(WPARAM wParam, LPARAM);
     std::optional<LRESULT> onNotify(WPARAM, LPARAM lParam);
@@ -167,6 +176,7 @@ private:
     LRESULT onListEnter(NMHDR& header);
     LRESULT onListKey(NMHDR& header);
     LRESULT onListHeader(NMHDR& header);
+    LRESULT onListDrag(NMHDR& header);
 
     bool createControls();
     void applyFonts();
@@ -213,6 +223,7 @@ private:
     int systemDpi_ = 0;                  ///< what the system said last
     BrowserPresenter presenter_;
     FindBar find_;
+    WenShellNotify shellNotify_{*this};  ///< `WenShellNotify1`
     std::optional<std::uint32_t> rowToOpen_;
     std::optional<POINT> rightClick_;  ///< on the screen, where the list was clicked last; until its menu is asked for
     bool selecting_ = false;           ///< the selection in the tree changes by the program's hand now

@@ -18,6 +18,7 @@ enum BrowserControl : int {
     kFindText,
     kFindState,
     kFindClose,
+    WenShellNotify1,
 };
 
 }  // namespace tovar

@@ -12,6 +12,8 @@ enum BrowserMessage : UINT {
     kRunCommand,       ///< wParam: the command
     kOpenRow,          ///< the row that was double-clicked
     kSortRows,         ///< wParam: the column; puts many rows in order
+    kDragRows,         ///< wParam: the DragButton
+    kFinishDrop,       ///< the shell has told where rows were dropped
     kShowFolder,       ///< wParam: the folder; the same for a folder that was selected
 };
 

@@ -81,7 +81,9 @@ private:
     DialogFileQuestions fileQuestions_;
     ArchiveChanges changes_{
         {zip_, confirmations_, fileQuestions_, fileOperations_, workFolder_, paths_, files_, systemPaths_, messages_}};
-    ArchiveActionsFactory actions_{workFolder_, paths_, files_, messages_, pump_, progress_, &changes_};
+    ArchiveActionsFactory actions_{workFolder_, paths_,          files_,
+                                   messages_,   pump_,           progress_,
+                                   &changes_,   &confirmations_, [this] { return weak_from_this().lock(); }};
     WindowsBrowserFactory browsers_{files_, messages_,
                                     [this](const BrowserRequest& request) { return actions_.create(request); }};
     WindowsCreationWindows creation_{

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "browser/browser_actions.h"
+#include "browser/member_exports.h"
 
 namespace tovar::test {
 
@@ -20,6 +21,7 @@ public:
     std::vector<WindowHandle> owners;
     std::vector<std::wstring> archives;
     int timesCancelled = 0;
+    MemberExports* exporter = nullptr;
 
     [[nodiscard]] bool offers(BrowserCommand command) const override { return offered.contains(command); }
     void extract(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override {
@@ -40,6 +42,7 @@ public:
         work(scene);
         return changesArchive;
     }
+    [[nodiscard]] MemberExports* exports() noexcept override { return exporter; }
     void cancel() noexcept override { ++timesCancelled; }
 
 private:

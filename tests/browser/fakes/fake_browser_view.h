@@ -26,6 +26,8 @@ public:
     std::optional<std::uint32_t> focus;
     int timesClosed = 0, timesCleared = 0, timesFoldersShown = 0, timesContentsShown = 0, timesCaretMoved = 0;
     std::vector<std::uint32_t> newRows;
+    bool watched = false;  ///< the shell
+    int timesFinishing = 0;
     std::vector<std::uint32_t> shownRows;  ///< brought in sight, one after the other
 
     [[nodiscard]] WindowHandle hWnd() const override { return window; }
@@ -74,6 +76,8 @@ public:
     }
     void close() override { ++timesClosed; }
     void setStatus(std::wstring_view text) override { status = text; }
+    void watchShell(bool isWatched) override { watched = isWatched; }
+    void finishDropSoon() override { ++timesFinishing; }
 };
 
 }  // namespace tovar::test

@@ -3,7 +3,7 @@
 # The one place that says the version is the project's own line.
 package_version() { sed -n 's/^project(TovarEx VERSION \([0-9.]*\) .*/\1/p' "$root/CMakeLists.txt"; }
 
-# Files get the time of the last commit, so that the same sources give the same package. SOURCE_DATE_EPOCH says another.
+# Files get the time of the last commit, so that the same products give the same package. SOURCE_DATE_EPOCH says another.
 package_time() {
     printf %s "${SOURCE_DATE_EPOCH:-$(git -C "$root" log -1 --format=%ct 2>/dev/null || echo 1577836800)}"
 }
@@ -47,7 +47,7 @@ stage_package() {
 # $1: the staged folder; $2: the ZIP; $3: the version
 make_zip() {
     local work
-    work=$(mktemp -d "$build/dist/zip.XXXXXX")
+    work=$(mktemp -d "$2.XXXXXX")
     cp -r "$1" "$work/TovarEx-$3"
     rm -f "$2"
     (
@@ -98,7 +98,7 @@ write_installer_list() {
 make_installer() {
     local stage=$1 archive=$2 setup=$3 version=$4 work
     shift 4
-    work=$(mktemp -d "$build/dist/setup.XXXXXX")
+    work=$(mktemp -d "$setup.XXXXXX")
     cp -r "$stage" "$work/stage"
     list_package "$archive" >"$work/list"
     [ -s "$work/list" ] || fail "$archive could not be listed"
@@ -111,13 +111,15 @@ make_installer() {
     rm -rf "$work"
 }
 
-# Makes both packages. $1: the build folder of the products
+# Makes both packages. $1: the build folder of the products; $2: the folder to put them into; the rest: further options
+# for makensis
 make_packages() {
-    local version dist=$build/dist
+    local version products=$1 dist=$2
+    shift 2
     version=$(package_version)
     mkdir -p "$dist"
-    stage_package "$dist/TovarEx" "$1"
+    stage_package "$dist/TovarEx" "$products"
     make_zip "$dist/TovarEx" "$dist/TovarEx-$version.zip" "$version"
-    make_installer "$dist/TovarEx" "$dist/TovarEx-$version.zip" "$dist/TovarEx-$version-setup.exe" "$version"
+    make_installer "$dist/TovarEx" "$dist/TovarEx-$version.zip" "$dist/TovarEx-$version-setup.exe" "$version" "$@"
     rm -rf "$dist/TovarEx"
 }

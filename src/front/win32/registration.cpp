@@ -92,21 +92,23 @@ bool hasSubkeys(HKEY hive, const std::wstring& key) {
            count != 0;
 }
 
-/// The type library's keys are shared with a component of the other bitness: they go with the last one.
-LSTATUS removeLibrary(HKEY hive) {
-    const std::wstring language = libraryKey() + L"\\" + kLibraryVersion + L"\\0";
-    const LSTATUS result = removeTree(hive, language + L"\\" + kPlatform);
-    return result != ERROR_SUCCESS || hasSubkeys(hive, language) ? result : removeTree(hive, libraryKey());
-}
-
+/// A component of the other bitness has classes and interfaces of its own, but shares the name of the class and the
+/// type library: these go with the last one.
 HRESULT unregister(HKEY hive) {
+    const std::wstring languages = libraryKey() + L"\\" + kLibraryVersion + L"\\0";
     LSTATUS result = ERROR_SUCCESS;
-    for (const std::wstring& key : {std::wstring(kProgId), classKey(), interfaceKey()}) {
+    const auto remove = [&](const std::wstring& key) {
         const LSTATUS removed = removeTree(hive, key);
         if (result == ERROR_SUCCESS) result = removed;
+    };
+    remove(classKey());
+    remove(interfaceKey());
+    remove(languages + L"\\" + kPlatform);
+    if (!hasSubkeys(hive, languages)) {
+        remove(kProgId);
+        remove(libraryKey());
     }
-    const LSTATUS removed = removeLibrary(hive);
-    return HRESULT_FROM_WIN32(result == ERROR_SUCCESS ? removed : result);
+    return HRESULT_FROM_WIN32(result);
 }
 
 }  // namespace

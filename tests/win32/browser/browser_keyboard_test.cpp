@@ -31,7 +31,9 @@ protected:
     [[nodiscard]] static std::wstring accessibleName(HWND window) {
         IAccessible* object = nullptr;
         void* answer = nullptr;
-        if (::AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible, &answer) != S_OK) {
+        // Not IID_IAccessible: the tool chain's 64-bit oleacc has a function of that name.
+        const GUID& wanted = __uuidof(IAccessible);
+        if (::AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), wanted, &answer) != S_OK) {
             return {};
         }
         object = static_cast<IAccessible*>(answer);

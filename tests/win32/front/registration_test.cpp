@@ -14,6 +14,13 @@ constexpr wchar_t kClass[] = L"CLSID\\{F0F74181-FAFF-4A05-A39F-3E515C05E3BB}";
 constexpr wchar_t kInterface[] = L"Interface\\{B5A51074-FB0A-45FD-81F7-757DDB75DB4F}";
 constexpr wchar_t kLibrary[] = L"TypeLib\\{4537E220-B11B-4FA1-B800-AE4280E5593C}";
 constexpr wchar_t kProgId[] = L"TovarEx.cTovar";
+#ifdef _WIN64
+constexpr wchar_t kPlatform[] = L"\\1.0\\0\\win64";
+constexpr wchar_t kOtherPlatform[] = L"\\1.0\\0\\win32";
+#else
+constexpr wchar_t kPlatform[] = L"\\1.0\\0\\win32";
+constexpr wchar_t kOtherPlatform[] = L"\\1.0\\0\\win64";
+#endif
 
 /// @return a text below Software\Classes; "(none)" when it is not there
 std::wstring classText(HKEY hive, const std::wstring& key, const wchar_t* name = nullptr) {
@@ -45,7 +52,7 @@ void expectEverything(HKEY hive) {
     EXPECT_EQ(classText(hive, kInterface), L"ITovar");
     EXPECT_EQ(classText(hive, std::wstring(kInterface) + L"\\TypeLib", L"Version"), L"1.0");
     EXPECT_EQ(classText(hive, std::wstring(kLibrary) + L"\\1.0\\FLAGS"), L"0");
-    EXPECT_EQ(::lstrcmpiW(classText(hive, std::wstring(kLibrary) + L"\\1.0\\0\\win32").c_str(), module.c_str()), 0);
+    EXPECT_EQ(::lstrcmpiW(classText(hive, std::wstring(kLibrary) + kPlatform).c_str(), module.c_str()), 0);
 }
 
 void expectNothing(HKEY hive) {
@@ -123,15 +130,21 @@ TEST_F(Registration, CanBeRepeated) {
     EXPECT_EQ(dll.unregisterServer(), S_OK) << "what is not there is no error";
 }
 
-TEST_F(Registration, LeavesTheTypeLibraryOfTheOtherBitness) {
+TEST_F(Registration, LeavesWhatItSharesWithTheOtherBitness) {
     ASSERT_EQ(dll.registerServer(), S_OK);
-    const std::wstring other = std::wstring(kLibrary) + L"\\1.0\\0\\win64";
+    const std::wstring other = std::wstring(kLibrary) + kOtherPlatform;
     ASSERT_EQ(::RegSetKeyValueW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + other).c_str(), nullptr, REG_SZ, L"x", 4),
               ERROR_SUCCESS);
     ASSERT_EQ(dll.unregisterServer(), S_OK);
     EXPECT_EQ(classText(HKEY_LOCAL_MACHINE, other), L"x");
-    EXPECT_FALSE(keyExists(HKEY_LOCAL_MACHINE, std::wstring(kLibrary) + L"\\1.0\\0\\win32"));
-    ::RegDeleteTreeW(HKEY_LOCAL_MACHINE, (std::wstring(L"Software\\Classes\\") + kLibrary).c_str());
+    EXPECT_EQ(classText(HKEY_LOCAL_MACHINE, std::wstring(kProgId) + L"\\CLSID"),
+              L"{F0F74181-FAFF-4A05-A39F-3E515C05E3BB}");
+    EXPECT_FALSE(keyExists(HKEY_LOCAL_MACHINE, kClass));
+    EXPECT_FALSE(keyExists(HKEY_LOCAL_MACHINE, kInterface));
+    EXPECT_FALSE(keyExists(HKEY_LOCAL_MACHINE, std::wstring(kLibrary) + kPlatform));
+    ::RegDeleteTreeW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + other).c_str());
+    ASSERT_EQ(dll.unregisterServer(), S_OK) << "the last one takes the rest";
+    expectNothing(HKEY_LOCAL_MACHINE);
 }
 
 TEST_F(Registration, LetsHostsCreateTheObjectByItsName) {

@@ -43,6 +43,7 @@ struct PluginState {
     bool creating = false;
     bool configuring = false;
     bool unloading = false;
+    bool working = false;  ///< an operation without windows
 };
 
 }  // namespace tovar

@@ -93,7 +93,7 @@ bool TovarOperations::CanCreateArchive() const noexcept { return (ports_.state.e
 
 bool TovarOperations::CreateArchive(std::wstring_view sArcFile, std::wstring_view sArcDir, std::wstring_view sArcList,
                                     HostWindow* fParent) {
-    if (sArcFile.empty() || sArcDir.empty() || bringOpenDialogToFront()) return false;
+    if (sArcFile.empty() || sArcDir.empty() || ports_.state.working || bringOpenDialogToFront()) return false;
     const ScopedFlag creating(ports_.state.creating);
     ports_.pump.processPending();
     ports_.state.archiveFile = sArcFile;
@@ -109,7 +109,7 @@ bool TovarOperations::CreateArchive(std::wstring_view sArcFile, std::wstring_vie
 
 bool TovarOperations::OpenArchive(std::wstring_view sArcFile, std::wstring_view sArcDir, HostWindow* fParent) {
     // A library that lets messages run while it looks at a file must not be given another one meanwhile.
-    if (sArcFile.empty() || ports_.state.opening) return false;
+    if (sArcFile.empty() || ports_.state.opening || ports_.state.working) return false;
     const ScopedFlag opening(ports_.state.opening);
     bool shown = false;
     const Hourglass hourglass(ports_.pointer);

@@ -42,9 +42,11 @@ public:
     TovarOperations(const TovarOperations&) = delete;
     TovarOperations& operator=(const TovarOperations&) = delete;
 
-    /// Whether an archive is shown, or being created: a host that asks before it lets go of the component must not do
-    /// so under a library's feet.
-    [[nodiscard]] bool IsBusy() const noexcept { return ports_.state.busy || ports_.state.creating; }
+    /// Whether an archive is shown, being created, or worked on without windows: a host that asks before it lets go of
+    /// the component must not do so under a library's feet.
+    [[nodiscard]] bool IsBusy() const noexcept {
+        return ports_.state.busy || ports_.state.creating || ports_.state.working;
+    }
 
     /// Font of the windows that are built from now on.
     void SetFont(std::wstring_view sFontName, FontHandle hFont);

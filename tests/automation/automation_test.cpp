@@ -243,8 +243,8 @@ TEST_P(RefusedChange, IsTold) {
     const AutomationResult result = automation.change(archive, path("src"), GetParam().change, {});
     EXPECT_EQ(result.end, GetParam().end);
     EXPECT_EQ(result.job, GetParam().job);
-    std::wstring text = GetParam().text;
-    if (text.starts_with(L"%")) text.replace(0, 1, archive);
+    const std::wstring& given = GetParam().text;
+    const std::wstring text = given.starts_with(L"%") ? archive + given.substr(1) : given;
     EXPECT_EQ(result.text, text);
     EXPECT_EQ(automation.lastErrorText(), text);
 }

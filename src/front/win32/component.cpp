@@ -41,4 +41,19 @@ TovarPorts Component::ports() {
             .configuration = configuration_};
 }
 
+AutomationPorts Component::automation() {
+    return {.libraries = libraries_,
+            .regional = regional_,
+            .files = files_,
+            .paths = systemPaths_,
+            .zipLibraries = zipLibraries_,
+            .workFolder = workFolder_,
+            .use =
+                [this](ArchiveKind bit) {
+                    if ((state_.availability & bit) == 0) return KindUse::Missing;
+                    return (state_.effective & bit) == 0 ? KindUse::SwitchedOff : KindUse::Ready;
+                },
+            .working = state_.working};
+}
+
 }  // namespace tovar

@@ -12,6 +12,7 @@
 #include "drivers/library_finder.h"
 #include "drivers/library_folders.h"
 #include "drivers/module_loader.h"
+#include "front/automation/automation.h"
 #include "front/state_inventory.h"
 #include "front/tovar.h"
 #include "front/win32/change_dialogs.h"
@@ -48,6 +49,8 @@ public:
     Component& operator=(const Component&) = delete;
 
     [[nodiscard]] TovarPorts ports();
+    /// What work without windows stands on: the same libraries, files and state.
+    [[nodiscard]] AutomationPorts automation();
 
 private:
     ServerLock lock_;

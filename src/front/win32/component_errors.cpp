@@ -12,12 +12,20 @@ std::wstring errorDescription(HRESULT code) {
 
 HRESULT reportError(HRESULT code, REFIID iid) noexcept {
     guarded([&] {
+        reportError(code, iid, errorDescription(code));
+        return S_OK;
+    });
+    return code;
+}
+
+HRESULT reportError(HRESULT code, REFIID iid, std::wstring_view description) noexcept {
+    guarded([&] {
         ICreateErrorInfo* created = nullptr;
         if (FAILED(::CreateErrorInfo(&created))) return S_OK;
         const ComOwner<ICreateErrorInfo> info(created);
         info->SetGUID(iid);
         info->SetSource(makeBstr(kErrorSource).get());
-        info->SetDescription(makeBstr(errorDescription(code)).get());
+        info->SetDescription(makeBstr(description).get());
         IErrorInfo* described = nullptr;
         if (FAILED(info->QueryInterface(IID_IErrorInfo, reinterpret_cast<void**>(&described)))) return S_OK;
         const ComOwner<IErrorInfo> owner(described);

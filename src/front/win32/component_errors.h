@@ -15,5 +15,7 @@ inline constexpr std::wstring_view kErrorSource = L"TovarEx.cTovar";
 /// Leaves the error's description for the caller of an early-bound method.
 /// @return the code
 HRESULT reportError(HRESULT code, REFIID iid) noexcept;
+/// @param description  in place of the code's own
+HRESULT reportError(HRESULT code, REFIID iid, std::wstring_view description) noexcept;
 
 }  // namespace tovar

@@ -8,9 +8,7 @@
 
 namespace tovar {
 
-namespace {
-
-bool findName(IDispatch& object, const wchar_t* name, DISPID& id) noexcept {
+bool findMember(IDispatch& object, const wchar_t* name, DISPID& id) noexcept {
     LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
     if (SUCCEEDED(object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) return true;
     // Not every script engine answers that for its objects, and some tell "hwnd" from "hWnd".
@@ -20,8 +18,6 @@ bool findName(IDispatch& object, const wchar_t* name, DISPID& id) noexcept {
     const UniqueBstr text(::SysAllocString(name));
     return text && SUCCEEDED(extended->GetDispID(text.get(), fdexNameCaseInsensitive, &id));
 }
-
-}  // namespace
 
 WindowHandle DispatchHost::hWnd() {
     Variant value;
@@ -45,7 +41,7 @@ std::optional<double> DispatchHost::Height() {
 
 bool DispatchHost::read(const wchar_t* name, Variant& value) const noexcept {
     DISPID id = DISPID_UNKNOWN;
-    if (!findName(*object_, name, id)) return false;
+    if (!findMember(*object_, name, id)) return false;
     DISPPARAMS none{};
     HRESULT result = DISP_E_MEMBERNOTFOUND;
     for (const WORD flags : {DISPATCH_PROPERTYGET, DISPATCH_METHOD}) {  // some hosts have functions of these names

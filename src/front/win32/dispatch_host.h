@@ -8,6 +8,10 @@
 
 namespace tovar {
 
+/// Finds a member of a script's object by its name.
+/// @return whether there is one; `id` is its number then
+[[nodiscard]] bool findMember(IDispatch& object, const wchar_t* name, DISPID& id) noexcept;
+
 /// A host's window object, read late-bound: whatever its interface is, it only needs the three names.
 class DispatchHost final : public HostWindow {
 public:

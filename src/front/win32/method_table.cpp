@@ -14,6 +14,8 @@ constexpr ParameterRow kCanOpenArchive[] = {
     {L"sArcFile", ParameterType::Text}, {L"nArcMode", ParameterType::LongInOut}, {L"bMsg", ParameterType::Boolean}};
 constexpr ParameterRow kSetTempDir[] = {{L"sTempDir", ParameterType::Text}};
 
+ITovar& tovar(IDispatch& object) noexcept { return static_cast<ITovar&>(object); }
+
 VARIANT_BOOL* answer(VARIANT& result) {
     V_VT(&result) = VT_BOOL;
     V_BOOL(&result) = VARIANT_FALSE;
@@ -21,41 +23,51 @@ VARIANT_BOOL* answer(VARIANT& result) {
 }
 
 constexpr MethodRow kRows[] = {
-    {1, L"IsBusy", {}, [](ITovar& object, ArgumentValues&, VARIANT& result) { return object.IsBusy(answer(result)); }},
+    {1,
+     L"IsBusy",
+     {},
+     [](IDispatch& object, ArgumentValues&, VARIANT& result) { return tovar(object).IsBusy(answer(result)); }},
     {2, L"SetFont", kSetFont,
-     [](ITovar& object, ArgumentValues& arguments, VARIANT& result) {
-         return object.SetFont(arguments[0].text.get(), arguments[1].number, &result);
+     [](IDispatch& object, ArgumentValues& arguments, VARIANT& result) {
+         return tovar(object).SetFont(arguments[0].text.get(), arguments[1].number, &result);
      }},
-    {3, L"Configure", {}, [](ITovar& object, ArgumentValues&, VARIANT&) { return object.Configure(); }},
+    {3, L"Configure", {}, [](IDispatch& object, ArgumentValues&, VARIANT&) { return tovar(object).Configure(); }},
     {4,
      L"CanCreateArchive",
      {},
-     [](ITovar& object, ArgumentValues&, VARIANT& result) { return object.CanCreateArchive(answer(result)); }},
+     [](IDispatch& object, ArgumentValues&, VARIANT& result) {
+         return tovar(object).CanCreateArchive(answer(result));
+     }},
     {5, L"CreateArchive", kCreateArchive,
-     [](ITovar& object, ArgumentValues& arguments, VARIANT& result) {
-         return object.CreateArchive(arguments[0].text.get(), arguments[1].text.get(), arguments[2].text.get(),
-                                     arguments[3].object.get(), answer(result));
+     [](IDispatch& object, ArgumentValues& arguments, VARIANT& result) {
+         return tovar(object).CreateArchive(arguments[0].text.get(), arguments[1].text.get(), arguments[2].text.get(),
+                                            arguments[3].object.get(), answer(result));
      }},
     {6, L"OpenArchive", kOpenArchive,
-     [](ITovar& object, ArgumentValues& arguments, VARIANT& result) {
-         return object.OpenArchive(arguments[0].text.get(), arguments[1].text.get(), arguments[2].object.get(),
-                                   answer(result));
+     [](IDispatch& object, ArgumentValues& arguments, VARIANT& result) {
+         return tovar(object).OpenArchive(arguments[0].text.get(), arguments[1].text.get(), arguments[2].object.get(),
+                                          answer(result));
      }},
     {7, L"CanOpenArchive", kCanOpenArchive,
-     [](ITovar& object, ArgumentValues& arguments, VARIANT& result) {
-         return object.CanOpenArchive(arguments[0].text.get(), &arguments[1].number, arguments[2].flag, answer(result));
+     [](IDispatch& object, ArgumentValues& arguments, VARIANT& result) {
+         return tovar(object).CanOpenArchive(arguments[0].text.get(), &arguments[1].number, arguments[2].flag,
+                                             answer(result));
      }},
     {8, L"SetTempDir", kSetTempDir,
-     [](ITovar& object, ArgumentValues& arguments, VARIANT&) { return object.SetTempDir(arguments[0].text.get()); }},
+     [](IDispatch& object, ArgumentValues& arguments, VARIANT&) {
+         return tovar(object).SetTempDir(arguments[0].text.get());
+     }},
 };
 
 bool sameName(const wchar_t* left, const wchar_t* right) noexcept {
     return ::CompareStringOrdinal(left, -1, right, -1, TRUE) == CSTR_EQUAL;
 }
 
-const MethodRow* methodByName(const wchar_t* name) noexcept {
-    for (const MethodRow& row : kRows) {
-        if (sameName(row.name, name)) return &row;
+const MethodRow* methodByName(std::span<const DispatchPart> parts, const wchar_t* name) noexcept {
+    for (const DispatchPart& part : parts) {
+        for (const MethodRow& row : part.rows) {
+            if (sameName(row.name, name)) return &row;
+        }
     }
     return nullptr;
 }
@@ -71,21 +83,14 @@ DISPID parameterByName(const MethodRow& method, const wchar_t* name) noexcept {
 
 std::span<const MethodRow> methodTable() noexcept { return kRows; }
 
-const MethodRow* methodById(DISPID id) noexcept {
-    for (const MethodRow& row : kRows) {
-        if (row.id == id) return &row;
-    }
-    return nullptr;
-}
-
-HRESULT idsOfNames(std::span<LPOLESTR> names, DISPID* ids) noexcept {
+HRESULT idsOfNames(std::span<const DispatchPart> parts, std::span<LPOLESTR> names, DISPID* ids) noexcept {
     const MethodRow* method = nullptr;
     HRESULT result = S_OK;
     for (std::size_t i = 0; i < names.size(); ++i) {
         ids[i] = DISPID_UNKNOWN;
         if (names[i] == nullptr) return E_INVALIDARG;
         if (i == 0) {
-            method = methodByName(names[i]);
+            method = methodByName(parts, names[i]);
             if (method != nullptr) ids[i] = method->id;
         } else if (method != nullptr) {
             ids[i] = parameterByName(*method, names[i]);

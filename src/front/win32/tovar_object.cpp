@@ -3,10 +3,10 @@
 #include <optional>
 #include <utility>
 
+#include "front/win32/archive_table.h"
 #include "front/win32/component_errors.h"
 #include "front/win32/dispatch_host.h"
 #include "front/win32/late_binding.h"
-#include "front/win32/method_table.h"
 #include "front/win32/type_library.h"
 #include "front/win32/variant_values.h"
 #include "tovar_idl.h"
@@ -25,20 +25,13 @@ std::optional<DispatchHost> hostOf(IDispatch* object) {
 
 HostWindow* pointerTo(std::optional<DispatchHost>& host) noexcept { return host ? &*host : nullptr; }
 
-HRESULT handOut(REFGUID id, ITypeInfo** info) noexcept {
-    if (info == nullptr) return E_POINTER;
-    *info = nullptr;
-    return guarded([&] {
-        HRESULT result = S_OK;
-        *info = loadTypeInfo(id, result).release();
-        return result;
-    });
-}
-
 }  // namespace
 
 cTovar::cTovar(std::shared_ptr<Component> component)
-    : component_(std::move(component)), operations_(component_->ports()), thread_(::GetCurrentThreadId()) {}
+    : component_(std::move(component)),
+      operations_(component_->ports()),
+      archive_(*this, component_),
+      thread_(::GetCurrentThreadId()) {}
 
 HRESULT cTovar::create(REFIID iid, void** object) noexcept {
     return guarded([&] {
@@ -51,6 +44,8 @@ STDMETHODIMP cTovar::QueryInterface(REFIID iid, void** object) {
     if (object == nullptr) return E_POINTER;
     if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, IID_ITovar)) {
         *object = static_cast<ITovar*>(this);
+    } else if (IsEqualIID(iid, IID_ITovarArchive)) {
+        *object = static_cast<ITovarArchive*>(&archive_);
     } else if (IsEqualIID(iid, IID_IProvideClassInfo)) {
         *object = static_cast<IProvideClassInfo*>(this);
     } else if (IsEqualIID(iid, IID_ISupportErrorInfo)) {
@@ -103,6 +98,11 @@ HRESULT cTovar::call(Body body) noexcept {
     return FAILED(result) ? reportError(result, IID_ITovar) : result;
 }
 
+/// Scripts reach all interfaces through the one IDispatch.
+std::array<DispatchPart, 2> cTovar::parts() noexcept {
+    return {DispatchPart{methodTable(), static_cast<ITovar*>(this)}, DispatchPart{archiveTable(), &archive_}};
+}
+
 STDMETHODIMP cTovar::GetTypeInfoCount(UINT* count) {
     if (count == nullptr) return E_POINTER;
     *count = 1;
@@ -111,18 +111,19 @@ STDMETHODIMP cTovar::GetTypeInfoCount(UINT* count) {
 
 STDMETHODIMP cTovar::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
     if (index != 0) return DISP_E_BADINDEX;
-    return handOut(IID_ITovar, info);
+    return handOutTypeInfo(IID_ITovar, info);
 }
 
 STDMETHODIMP cTovar::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
     if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
     if (names == nullptr || ids == nullptr || count == 0) return E_INVALIDARG;
-    return idsOfNames({names, count}, ids);
+    return idsOfNames(parts(), {names, count}, ids);
 }
 
 STDMETHODIMP cTovar::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                             EXCEPINFO* exception, UINT* badArgument) {
-    return invokeMethod(*this, id, iid, locale, flags, parameters, result, exception, badArgument);
+    const Running running(*this);
+    return invokeMethod(parts(), id, iid, locale, flags, parameters, result, exception, badArgument);
 }
 
 STDMETHODIMP cTovar::IsBusy(VARIANT_BOOL* result) {
@@ -191,8 +192,10 @@ STDMETHODIMP cTovar::SetTempDir(BSTR sTempDir) {
     });
 }
 
-STDMETHODIMP cTovar::GetClassInfo(ITypeInfo** info) { return handOut(CLSID_cTovar, info); }
+STDMETHODIMP cTovar::GetClassInfo(ITypeInfo** info) { return handOutTypeInfo(CLSID_cTovar, info); }
 
-STDMETHODIMP cTovar::InterfaceSupportsErrorInfo(REFIID iid) { return IsEqualIID(iid, IID_ITovar) ? S_OK : S_FALSE; }
+STDMETHODIMP cTovar::InterfaceSupportsErrorInfo(REFIID iid) {
+    return IsEqualIID(iid, IID_ITovar) || IsEqualIID(iid, IID_ITovarArchive) ? S_OK : S_FALSE;
+}
 
 }  // namespace tovar

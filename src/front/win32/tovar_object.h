@@ -3,12 +3,15 @@
 
 #include <ocidl.h>
 
+#include <array>
 #include <atomic>
 #include <memory>
 
 #include "front/tovar.h"
+#include "front/win32/archive_object.h"
 #include "front/win32/com_support.h"
 #include "front/win32/component.h"
+#include "front/win32/method_table.h"
 #include "front/win32/server_lock.h"
 #include "tovar_idl.h"
 
@@ -61,10 +64,12 @@ private:
 
     template <class Body>
     HRESULT call(Body body) noexcept;
+    [[nodiscard]] std::array<DispatchPart, 2> parts() noexcept;
 
     ServerLock lock_;  // the last to go
     std::shared_ptr<Component> component_;
     TovarOperations operations_;
+    TovarArchive archive_;
     const DWORD thread_;
     std::atomic<ULONG> references_ = 1;
     ULONG calls_ = 0;  ///< of its methods that run; each holds a reference

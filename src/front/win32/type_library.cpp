@@ -17,4 +17,14 @@ ComOwner<ITypeInfo> loadTypeInfo(REFGUID id, HRESULT& result) {
     return ComOwner<ITypeInfo>(SUCCEEDED(result) ? info : nullptr);
 }
 
+HRESULT handOutTypeInfo(REFGUID id, ITypeInfo** info) noexcept {
+    if (info == nullptr) return E_POINTER;
+    *info = nullptr;
+    return guarded([&] {
+        HRESULT result = S_OK;
+        *info = loadTypeInfo(id, result).release();
+        return result;
+    });
+}
+
 }  // namespace tovar

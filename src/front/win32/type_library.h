@@ -15,4 +15,8 @@ namespace tovar {
 /// @return null with the error in `result` when it cannot be had
 [[nodiscard]] ComOwner<ITypeInfo> loadTypeInfo(REFGUID id, HRESULT& result);
 
+/// GetTypeInfo of an object.
+/// @param info  where the description goes; null is an error
+[[nodiscard]] HRESULT handOutTypeInfo(REFGUID id, ITypeInfo** info) noexcept;
+
 }  // namespace tovar

@@ -101,6 +101,8 @@ HRESULT writeVariant(VARIANT& target, LCID locale, LONG number) noexcept {
 
 }  // namespace
 
+const VARIANT* valueOf(const VARIANT& argument) noexcept { return follow(argument); }
+
 bool isMissing(const VARIANT& argument) noexcept {
     const VARIANT* const value = follow(argument);
     return value != nullptr && V_VT(value) == VT_ERROR && V_ERROR(value) == DISP_E_PARAMNOTFOUND;

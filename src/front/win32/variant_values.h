@@ -12,6 +12,9 @@
 /// either; all of them are read the same way. Failures are DISP_E_TYPEMISMATCH and DISP_E_OVERFLOW.
 namespace tovar {
 
+/// Follows references to what they lead to; null where they lead nowhere, or in a circle.
+[[nodiscard]] const VARIANT* valueOf(const VARIANT& argument) noexcept;
+
 /// @return whether the caller left the argument out
 [[nodiscard]] bool isMissing(const VARIANT& argument) noexcept;
 

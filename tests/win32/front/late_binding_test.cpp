@@ -15,6 +15,10 @@ using Calls = std::vector<std::wstring>;
 
 constexpr LCID kLocale = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
 
+const DispatchPart parts[] = {{methodTable(), nullptr}};  // for looking up names
+
+std::array<DispatchPart, 1> partsOf(ITovar& object) { return {DispatchPart{methodTable(), &object}}; }
+
 class LateBinding : public testing::Test {
 protected:
     /// Calls a method with its arguments in the order of the text of a program.
@@ -28,7 +32,7 @@ protected:
         bad = 99;
         exception = {};
         const HRESULT code =
-            invokeMethod(object, id, IID_NULL, kLocale, flags, &parameters, result.get(), &exception, &bad);
+            invokeMethod(partsOf(object), id, IID_NULL, kLocale, flags, &parameters, result.get(), &exception, &bad);
         ::SysFreeString(exception.bstrHelpFile);
         source.reset(exception.bstrSource);
         description.reset(exception.bstrDescription);
@@ -76,7 +80,8 @@ TEST_F(LateBinding, GivesTheMethodsResult) {
 
 TEST_F(LateBinding, NeedsNoPlaceForAResult) {
     DISPPARAMS none{};
-    EXPECT_EQ(invokeMethod(object, 1, IID_NULL, kLocale, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(invokeMethod(partsOf(object), 1, IID_NULL, kLocale, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
+              S_OK);
     EXPECT_EQ(object.calls, Calls{L"IsBusy"});
 }
 
@@ -92,9 +97,10 @@ TEST_F(LateBinding, KnowsNoOtherMembers) {
         EXPECT_EQ(call(id, {}), DISP_E_MEMBERNOTFOUND);
     }
     DISPPARAMS none{};
-    EXPECT_EQ(invokeMethod(object, 1, IID_IUnknown, kLocale, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
-              DISP_E_UNKNOWNINTERFACE);
-    EXPECT_EQ(invokeMethod(object, 1, IID_NULL, kLocale, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
+    EXPECT_EQ(
+        invokeMethod(partsOf(object), 1, IID_IUnknown, kLocale, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
+        DISP_E_UNKNOWNINTERFACE);
+    EXPECT_EQ(invokeMethod(partsOf(object), 1, IID_NULL, kLocale, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
               E_INVALIDARG);
     EXPECT_EQ(object.calls, Calls{});
 }
@@ -205,7 +211,7 @@ TEST_F(LateBinding, RefusesNamesThatDoNotFit) {
     EXPECT_EQ(call(2, {L"x", LONG{1}}, {0}), DISP_E_BADPARAMCOUNT) << "the first argument twice";
     EXPECT_EQ(call(2, {LONG{1}}, {1}), DISP_E_PARAMNOTOPTIONAL) << "the first argument is missing";
     DISPPARAMS broken{nullptr, nullptr, 1, 2};
-    EXPECT_EQ(invokeMethod(object, 8, IID_NULL, kLocale, DISPATCH_METHOD, &broken, nullptr, nullptr, nullptr),
+    EXPECT_EQ(invokeMethod(partsOf(object), 8, IID_NULL, kLocale, DISPATCH_METHOD, &broken, nullptr, nullptr, nullptr),
               DISP_E_BADPARAMCOUNT);
     EXPECT_EQ(object.calls, Calls{});
 }
@@ -226,7 +232,7 @@ TEST(MethodNames, AreFoundInAnyCase) {
     wchar_t name[] = L"canopenARCHIVE", mode[] = L"NARCMODE", message[] = L"bMsg", file[] = L"sArcFile";
     LPOLESTR names[] = {name, mode, message, file};
     DISPID ids[4] = {};
-    EXPECT_EQ(idsOfNames(names, ids), S_OK);
+    EXPECT_EQ(idsOfNames(parts, names, ids), S_OK);
     EXPECT_EQ(ids[0], 7);
     EXPECT_EQ(ids[1], 1);
     EXPECT_EQ(ids[2], 2);
@@ -247,14 +253,14 @@ TEST(MethodNames, AreUnknownOtherwise) {
     wchar_t name[] = L"Open", known[] = L"IsBusy", parameter[] = L"bMsg";
     LPOLESTR unknown[] = {name};
     DISPID ids[2] = {};
-    EXPECT_EQ(idsOfNames(unknown, ids), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(idsOfNames(parts, unknown, ids), DISP_E_UNKNOWNNAME);
     EXPECT_EQ(ids[0], DISPID_UNKNOWN);
     LPOLESTR mixed[] = {known, parameter};
-    EXPECT_EQ(idsOfNames(mixed, ids), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(idsOfNames(parts, mixed, ids), DISP_E_UNKNOWNNAME);
     EXPECT_EQ(ids[0], 1);
     EXPECT_EQ(ids[1], DISPID_UNKNOWN) << "a parameter of another method";
     LPOLESTR none[] = {nullptr};
-    EXPECT_EQ(idsOfNames(none, ids), E_INVALIDARG);
+    EXPECT_EQ(idsOfNames(parts, none, ids), E_INVALIDARG);
 }
 
 }  // namespace

@@ -89,5 +89,68 @@ INSTANTIATE_TEST_SUITE_P(Languages, Scripts, testing::Values(L"operations.vbs", 
                              return name.ends_with(L".vbs") ? std::string("VBScript") : std::string("JScript");
                          });
 
+struct ExampleCase {
+    const wchar_t* script;
+    std::string said;  ///< "%" stands for the folder
+};
+
+/// The examples that come with the component, in a folder with a few files.
+class Examples : public testing::TestWithParam<ExampleCase> {
+protected:
+    Examples() {
+        test::KeptAllowMask::write(hive::kCurrentUser, std::nullopt);
+        test::KeptAllowMask::write(hive::kLocalMachine, std::nullopt);
+        ::CreateDirectoryW((folder / L"docs").c_str(), nullptr);
+        ::CreateDirectoryW((folder / L"docs\\deep").c_str(), nullptr);
+        test::writeFile(folder, L"docs\\a.txt", "alpha");
+        test::writeFile(folder, L"docs\\deep\\b c.txt", "beta");
+        test::writeFile(folder, L"more.txt", "more");
+    }
+    ~Examples() override { dll.unregisterServer(); }
+
+    const test::KeptAllowMask kept;
+    const test::TemporaryFolder folder;
+    const test::ComponentDll dll;
+};
+
+TEST_P(Examples, DoWhatTheySay) {
+    ASSERT_EQ(dll.registerServer(), S_OK);
+    RunningScript script(scriptPath(GetParam().script), {folder.path()}, folder / L"output.txt");
+    ASSERT_TRUE(script.started());
+    const std::wstring path = folder.path();
+    std::string expected;
+    for (const char each : GetParam().said) {
+        if (each == '%') {
+            expected.append(path.begin(), path.end());
+        } else {
+            expected += each;
+        }
+    }
+    EXPECT_EQ(script.wait(), expected);
+    EXPECT_EQ(script.code, 0U);
+}
+
+// The checksums are those that other programs give for "alpha" and "beta".
+INSTANTIATE_TEST_SUITE_P(Scripts, Examples,
+                         testing::Values(ExampleCase{L"roundtrip.vbs",
+                                                     "docs\\a.txt, 5 bytes, D0E0396A\r\n"
+                                                     "docs\\deep\\b c.txt, 4 bytes, 8F910463\r\n"
+                                                     "Good: True\r\nSame: True\r\nEntries: 4\r\n"},
+                                         ExampleCase{L"roundtrip.js",
+                                                     "docs\\a.txt, 5 bytes, d0e0396a\r\n"
+                                                     "docs\\deep\\b c.txt, 4 bytes, 8f910463\r\n"
+                                                     "Good: true\r\nSame: true\r\nEntries: 4\r\n"},
+                                         ExampleCase{L"progress.vbs",
+                                                     "The operation was cancelled.\r\n"
+                                                     "8004020D: %\\whole.zip: a password is needed.\r\n"},
+                                         ExampleCase{L"progress.js",
+                                                     "The operation was cancelled.\r\n"
+                                                     "8004020D: %\\whole.zip: a password is needed.\r\n"}),
+                         [](const auto& each) {
+                             std::wstring name = each.param.script;
+                             name.erase(name.find(L'.'), 1);
+                             return std::string(name.begin(), name.end());
+                         });
+
 }  // namespace
 }  // namespace tovar

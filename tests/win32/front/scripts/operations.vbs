@@ -32,6 +32,14 @@ Class Host
     Public Height
 End Class
 
+' What the project's front page shows to authors of hosts.
+Sub Show(archive, folder, form)
+    Dim kind
+    If tovar.CanOpenArchive(archive, kind, True) Then
+        tovar.OpenArchive archive, folder, form
+    End If
+End Sub
+
 Sub Run
     Dim mode, text, number, second, form
     Set tovar = CreateObject("TovarEx.cTovar")
@@ -64,7 +72,10 @@ Sub Run
     form.Height = 9000.5
     Expect "OpenArchive of no archive", tovar.OpenArchive(folder & "\a.txt", "", form), False
     Expect "OpenArchive of nothing", tovar.OpenArchive("", folder, form), False
+    Show folder & "\a.txt", folder, form
     Expect "still not busy", tovar.IsBusy, False
+    Show zip, folder, form
+    Expect "busy with what was shown", tovar.IsBusy, True
     Expect "OpenArchive", tovar.OpenArchive(zip, folder, form), True
     Expect "IsBusy", tovar.IsBusy, True
     Expect "OpenArchive again, without a host", tovar.OpenArchive(zip, folder, Nothing), True

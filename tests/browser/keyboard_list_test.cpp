@@ -9,7 +9,7 @@
 
 #include "browser/browser_commands.h"
 
-// The table of keys on the project's front page, against the commands themselves.
+// The table of keys in docs/using.md, against the commands themselves.
 namespace tovar::test {
 namespace {
 
@@ -35,9 +35,9 @@ std::vector<std::string> cellsOf(const std::string& row) {
 }
 
 /// The rows below the table's head; each holds two pairs.
-Pairs pairsOfFrontPage() {
+Pairs pairsOfPage() {
     Pairs pairs;
-    std::ifstream page(TOVAREX_FRONT_PAGE);
+    std::ifstream page(TOVAREX_KEYS_PAGE);
     EXPECT_TRUE(page.is_open());
     std::string line;
     while (std::getline(page, line) && line != "| key | command | key | command |") {
@@ -76,10 +76,10 @@ Pairs pairsOfCommands() {
     return pairs;
 }
 
-TEST(KeyboardList, NamesEveryKeyOnTheFrontPageAndNoOther) {
+TEST(KeyboardList, NamesEveryKeyAndNoOther) {
     const Pairs commands = pairsOfCommands();
     EXPECT_EQ(commands.size(), 17U);
-    EXPECT_EQ(pairsOfFrontPage(), commands);
+    EXPECT_EQ(pairsOfPage(), commands);
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ stage_package() {
     for document in THIRD-PARTY-NOTICES CHANGELOG; do
         if [ -e "$root/$document.md" ]; then stage_text "$root/$document.md" "$stage/$document.txt"; fi
     done
-    for document in installing host-interface automation archiver-libraries; do
+    for document in using installing host-interface automation archiver-libraries finding-libraries security; do
         if [ -e "$root/docs/$document.md" ]; then stage_text "$root/docs/$document.md" "$stage/docs/$document.md"; fi
     done
     if [ -d "$root/examples" ]; then

@@ -32,6 +32,7 @@ RequestExecutionLevel user ; for one user it needs no rights; scope.nsh asks for
 !define SHORTCUT "$SMPROGRAMS\TovarEx Sample Host.lnk"
 !define SETTING_KEY "SOFTWARE\Vantrel\Config"
 !define SETTING_VALUE "ArchiverSetting"
+!define LIBRARIES_KEY "Software\TovarEx\Archivers"
 
 ; Exit codes; 0 is done, 1 given up by the user, 2 stopped.
 !define CODE_IN_USE 3

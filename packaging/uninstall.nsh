@@ -123,11 +123,20 @@ FunctionEnd
   DeleteRegKey /ifempty ${HIVE} "SOFTWARE\Vantrel"
 !macroend
 
+; What a user has chosen in the libraries' own dialogs.
+!macro un.RemoveLibrarySettings PATH SIZE CRC RULE
+  ${GetBaseName} "${PATH}" $1
+  DeleteRegKey HKCU "${LIBRARIES_KEY}\$1"
+!macroend
+
 ; The component writes it for the user and, where it may, for the machine. An installation that stays keeps its own.
 Function un.RemoveSettingWhereOurs
   ReadRegStr $0 HKCU "${UNINSTALL_KEY}" "InstallLocation"
   ${If} $0 == ""
     !insertmacro un.RemoveSetting HKCU
+    !insertmacro ForEachFile un.RemoveLibrarySettings
+    DeleteRegKey /ifempty HKCU "${LIBRARIES_KEY}"
+    DeleteRegKey /ifempty HKCU "Software\TovarEx"
   ${EndIf}
   ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
   ${If} $0 == ""

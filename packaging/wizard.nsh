@@ -272,7 +272,7 @@ Function un.AskPage
   Pop $0
   ${NSD_CreateLabel} 0 0 100% 24u "${NAME} will be removed from $INSTDIR"
   Pop $0
-  ${NSD_CreateCheckBox} 0 32u 100% 12u "Remove my &setting too (which kinds of archives are allowed)"
+  ${NSD_CreateCheckBox} 0 32u 100% 12u "Remove my &settings too: the allowed kinds of archives, and the libraries' options"
   Pop $SettingsBox
   ${If} $RemoveSettings == yes
     ${NSD_Check} $SettingsBox

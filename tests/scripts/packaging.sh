@@ -109,6 +109,7 @@ registry_lacks() { is "$(registry_value "$@")" ""; }
 registry_delete_settings() {
     local hive
     for hive in HKCU HKLM; do run_windows reg delete "$hive\\SOFTWARE\\Vantrel" /f; done
+    run_windows reg delete 'HKCU\Software\TovarEx' /f
 }
 # $1: the expected exit code; the rest: the program and its arguments
 setup_ends() {
@@ -380,6 +381,7 @@ rm -r "$local_programs"
 set_setting HKCU
 wine_registry 'HKCU\SOFTWARE\Vantrel\Config' /v Host /d host
 set_setting HKLM
+wine_registry 'HKCU\Software\TovarEx\Archivers\UnRar32' /v Processors /t REG_DWORD /d 1
 run_setup "installs beside a setting" 0 "$packaging_work/0.9.0-setup.exe" /S '/D=C:\beside'
 # The uninstaller run in place waits, and stays itself; then it finds nothing to do.
 run_setup "the uninstaller removes the setting on request" 0 "$drive/beside/uninstall.exe" /S /RemoveSettings '_?=C:\beside'
@@ -387,10 +389,27 @@ check "it leaves nothing but itself" is "$(ls "$drive/beside")" uninstall.exe
 run_setup "the uninstaller runs a second time without harm" 0 "$drive/beside/uninstall.exe" /S '_?=C:\beside'
 rm -r "$drive/beside"
 check "the setting goes" registry_lacks 'HKCU\SOFTWARE\Vantrel\Config' ArchiverSetting
+check "the libraries' options go" registry_lacks 'HKCU\Software\TovarEx\Archivers\UnRar32' Processors
 check "the host's value stays" is "$(registry_value 'HKCU\SOFTWARE\Vantrel\Config' Host)" host
 check "the machine's setting goes" registry_lacks 'HKLM\SOFTWARE\Vantrel\Config' ArchiverSetting
 run_windows reg query 'HKLM\SOFTWARE\Vantrel'
 check "a host's key that is empty goes" is "$code" 1
+
+# --- A component that is gone, and another copy of it
+
+run_setup "installs once more" 0 "$packaging_work/0.9.0-setup.exe" /S
+rm "$own_folder/TovarEx.dll"
+run_setup "removes although the component is gone" 0 "$packaging_setup" /S /Uninstall
+stop_wine_server
+check "nothing is left of the registration" \
+    is "$(grep -iE 'TovarEx\.|Uninstall.*TovarEx|f0f74181-faff|b5a51074-fb0a|4537e220-b11b' "$WINEPREFIX/user.reg" || true)" ""
+start_wine_server
+run_setup "installs, and another copy is registered" 0 "$packaging_work/0.9.0-setup.exe" /S
+cp "$packaging_stage/TovarEx.dll" "$drive/TovarEx.dll"
+run_windows regsvr32 /s /n /i:user 'C:\TovarEx.dll'
+run_setup "removes while another copy is registered" 0 "$packaging_setup" /S /Uninstall
+check "another copy stays registered" is "$(registry_value "HKCU\\$class_key")" 'C:\TovarEx.dll'
+run_windows regsvr32 /s /n /u /i:user 'C:\TovarEx.dll'
 
 # --- The ZIP, without installation
 

@@ -59,7 +59,7 @@ protected:
     AutomationFixture() : folder(recording::makeTemporaryFolder()) {
         system.workFolder.resetToTempFolder();
         write("src/a.txt", "alpha");
-        write("src/docs/b c.txt", std::string(300000, 'b'));
+        write("src/docs/b c.txt", std::string(50000, 'b'));
         write("src/docs/deep/d.txt", "delta");
     }
     ~AutomationFixture() override {

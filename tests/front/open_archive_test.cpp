@@ -38,6 +38,18 @@ TEST_F(OpenArchive, ShowsTheBrowserInTheHost) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(OpenArchive, WaitsForWorkWithoutWindows) {
+    TovarOperations object(ports());
+    state.working = true;
+    EXPECT_TRUE(object.IsBusy());
+    EXPECT_FALSE(open(object));
+    EXPECT_FALSE(object.CreateArchive(LR"(C:\Archives\a.zip)", LR"(C:\Archives)", L"a.txt", &host));
+    EXPECT_TRUE(journal.empty());
+    state.working = false;
+    EXPECT_FALSE(object.IsBusy());
+    EXPECT_TRUE(open(object));
+}
+
 TEST_F(OpenArchive, StoresTheArchiveForAll) {
     TovarOperations object(ports());
     ASSERT_TRUE(open(object, LR"(C:\Archives\b.tar.gz)"));

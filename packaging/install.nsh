@@ -45,6 +45,15 @@ Function FindWhatIsThere
   ${Loop}
 FunctionEnd
 
+!macro MakeFolder PATH
+  CreateDirectory "$INSTDIR\${WORK}\new\${PATH}"
+!macroend
+
+; One by one, as the order in which a folder is read is not the same everywhere.
+!macro UnpackFile PATH SIZE CRC RULE
+  File "/oname=$INSTDIR\${WORK}\new\${PATH}" "${STAGE}/${PATH}"
+!macroend
+
 Function Unpack
   !insertmacro SetFailure ${CODE_NOT_WRITTEN} "The files could not be written to $INSTDIR."
   SetOverwrite try
@@ -53,13 +62,13 @@ Function Unpack
   ${If} ${Errors}
     Return
   ${EndIf}
-  SetOutPath "$INSTDIR\${WORK}\new"
-  File /r "${STAGE}\*.*"
+  !insertmacro ForEachFolder MakeFolder
+  !insertmacro ForEachFile UnpackFile
+  !insertmacro UnpackFile "${LIST}" 0 0 ours
   WriteUninstaller "$INSTDIR\${WORK}\new\uninstall.exe"
   ${IfNot} ${Errors}
     StrCpy $Code 0
   ${EndIf}
-  SetOutPath "$TEMP"
 FunctionEnd
 
 ; Whether $Path may be replaced. A user's own file stays: then the new one leaves the work folder.

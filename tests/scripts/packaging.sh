@@ -25,6 +25,7 @@ gone() { [ ! -e "$1" ] || { echo "$1 is there" && false; }; }
 
 # --- What is in the packages
 
+SOURCE_DATE_EPOCH=$(package_time) # one time for all, whatever is committed meanwhile
 make_packages "$packaging_products" "$packaging_work" -DFAST # only the packing is quicker than for users
 packaging_zip=$packaging_work/TovarEx-$packaging_version.zip
 packaging_setup=$packaging_work/TovarEx-$packaging_version-setup.exe
@@ -61,6 +62,8 @@ make_small_installer 2.0.0 "$root/LICENSE"
 make_installer "$packaging_work/stage-0.9.0" "$packaging_work/0.9.0.zip" "$packaging_work/again-setup.exe" 0.9.0 -DFAST
 check "the installer is the same when it is made again" \
     cmp "$packaging_work/0.9.0-setup.exe" "$packaging_work/again-setup.exe"
+
+unset SOURCE_DATE_EPOCH
 
 # --- In Windows
 

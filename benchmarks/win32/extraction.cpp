@@ -24,9 +24,11 @@
 #include "shell/win32/pending_messages.h"
 #include "shell/win32/regional_settings.h"
 #include "shell/win32/system_message_boxes.h"
+#include "shell/win32/windows_file_system.h"
 #include "shell/win32/windows_programs.h"
 #include "shell/win32/windows_system_information.h"
 #include "shell/win32/windows_system_paths.h"
+#include "shell/work_folder.h"
 
 namespace {
 
@@ -82,20 +84,23 @@ int wmain(int count, wchar_t** arguments) {
                                         nullptr, nullptr, nullptr, nullptr);
     tovar::WindowsSystemPaths paths;
     tovar::WindowsSystemInformation information;
-    tovar::PathOperations operations(system.files(), paths, information, messages);
+    tovar::WindowsFileSystem files;
+    tovar::PathOperations operations(files, paths, information, messages);
+    tovar::WorkFolder workFolder(operations, files, paths);
+    workFolder.resetToTempFolder();
     Pump pump;
     tovar::WindowsPrograms programs;
     tovar::ProgramLauncher launcher(programs, pump);
     tovar::WindowsUnpackDialogs dialogs;
-    tovar::OpenedCopies copies(system.files());
+    tovar::OpenedCopies copies(files);
     const tovar::RegionalSettings regional = tovar::loadRegionalSettings();
     tovar::WindowsProgressDialogs progress(regional, [] { return std::wstring(); });
-    const tovar::ArchiveActionsPorts ports{
-        system.workFolder(), operations, system.files(), messages, pump, progress, launcher, dialogs, copies, folder};
-    tovar::WindowsBrowserFactory factory(system.files(), messages, [&](const tovar::BrowserRequest& request) {
+    const tovar::ArchiveActionsPorts ports{workFolder, operations, files,   messages, pump,
+                                           progress,   launcher,   dialogs, copies,   folder};
+    tovar::WindowsBrowserFactory factory(files, messages, [&](const tovar::BrowserRequest& request) {
         return std::make_unique<tovar::ArchiveActions>(ports, request.fontName);
     });
-    const auto browser = factory.create({file, driver.get(), std::wstring(system.workFolder().path()), {}}, nullptr);
+    const auto browser = factory.create({file, driver.get(), workFolder.path(), {}}, nullptr);
     if (browser == nullptr) return 1;
     const auto window = static_cast<HWND>(browser->hWnd());
     ::SetWindowLongPtrW(window, GWL_STYLE, ::GetWindowLongPtrW(window, GWL_STYLE) | WS_CHILD);

@@ -38,6 +38,8 @@ public:
     /// @param work   called once the user has agreed. What it throws comes out of the call when the dialog has closed.
     /// @return whether the user has agreed
     virtual bool ask(WindowHandle owner, const Confirmation& confirmation, const Work& work) = 0;
+    /// Declines what is asked over a window, if anything is. A question that is answered goes when its work is done.
+    virtual void decline(WindowHandle owner) noexcept = 0;
 };
 
 }  // namespace tovar

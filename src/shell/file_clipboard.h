@@ -43,6 +43,9 @@ public:
     /// @param codec  the process's code page
     FileClipboard(Clipboard& clipboard, const TextCodec& codec) : clipboard_(clipboard), codec_(codec) {}
 
+    /// @return whether there are files, as far as can be told without opening it
+    [[nodiscard]] bool hasFiles() const { return clipboard_.hasFiles(); }
+
     /// @param paths  full ones
     /// @return false when the clipboard cannot be opened, and then nothing changes; or when it does not take the list,
     ///         and then it is empty

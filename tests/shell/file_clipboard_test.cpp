@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "shell/fakes/fake_clipboard.h"
 #include "shell/fakes/fake_text_codec.h"
 
 namespace tovar::test {
@@ -9,34 +10,6 @@ namespace {
 
 using Paths = std::vector<std::wstring>;
 using Log = std::vector<std::string>;
-
-class FakeClipboard final : public Clipboard {
-public:
-    std::optional<std::string> files;
-    bool locked = false, full = false;
-    Log log;
-
-    [[nodiscard]] bool hasFiles() const override { return files.has_value(); }
-    [[nodiscard]] bool open() override {
-        log.emplace_back("open");
-        return !locked;
-    }
-    void close() noexcept override { log.emplace_back("close"); }
-    bool empty() override {
-        log.emplace_back("empty");
-        files.reset();
-        return true;
-    }
-    bool putFiles(std::string_view block) override {
-        log.emplace_back("put");
-        if (!full) files = block;
-        return !full;
-    }
-    [[nodiscard]] std::optional<std::string> takeFiles() override {
-        log.emplace_back("take");
-        return files;
-    }
-};
 
 class FileClipboardTest : public testing::Test {
 protected:
@@ -47,6 +20,13 @@ protected:
     FileClipboard files_{clipboard_, codec_};
     Paths paths_{L"before"};
 };
+
+TEST_F(FileClipboardTest, SaysWhetherThereAreFilesWithoutOpening) {
+    EXPECT_FALSE(files_.hasFiles());
+    clipboard_.files = "something";
+    EXPECT_TRUE(files_.hasFiles());
+    EXPECT_TRUE(clipboard_.log.empty());
+}
 
 TEST_F(FileClipboardTest, PutsAListThere) {
     EXPECT_TRUE(files_.PutFilesOnClipboard({L"C:\\a"}));

@@ -89,8 +89,31 @@ void ConfirmationDialog::close() {
     if (hwnd() != nullptr) ::EndDialog(hwnd(), presenter_.agreed() ? IDYES : IDCANCEL);
 }
 
+/// A dialog that is known as long as it is shown.
+class WindowsConfirmations::Shown {
+public:
+    Shown(std::vector<ConfirmationDialog*>& all, ConfirmationDialog& dialog) : all_(all), dialog_(dialog) {
+        all_.push_back(&dialog_);
+    }
+    ~Shown() { std::erase(all_, &dialog_); }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+
+private:
+    std::vector<ConfirmationDialog*>& all_;
+    ConfirmationDialog& dialog_;
+};
+
 bool WindowsConfirmations::ask(WindowHandle owner, const Confirmation& confirmation, const Work& work) {
-    return ConfirmationDialog(confirmation, work).ask(static_cast<HWND>(owner), fontName_);
+    ConfirmationDialog dialog(confirmation, work);
+    const Shown shown(shown_, dialog);
+    return dialog.ask(static_cast<HWND>(owner), fontName_);
+}
+
+void WindowsConfirmations::decline(WindowHandle owner) noexcept {
+    for (ConfirmationDialog* const each : shown_) {
+        if (each->owner() == owner) each->decline();
+    }
 }
 
 }  // namespace tovar

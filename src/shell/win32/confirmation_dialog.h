@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "shell/confirmation_presenter.h"
 #include "shell/win32/dialog.h"
@@ -21,6 +22,9 @@ public:
     /// @param fontName  face name that the host wants; empty = the dialog's own
     /// @return whether the user has agreed; then the work is done. Throws what the work has thrown.
     bool ask(HWND owner, std::wstring_view fontName);
+    /// Closes it as its button No does, unless the user has agreed.
+    void decline() { presenter_.onNo(); }
+    [[nodiscard]] HWND owner() const noexcept { return owner_; }
 
 private:
     void onLoad() override;
@@ -45,10 +49,16 @@ class WindowsConfirmations final : public Confirmations {
 public:
     /// @param fontName  face name that the host wants; empty = the dialog's own
     explicit WindowsConfirmations(std::wstring_view fontName) : fontName_(fontName) {}
+    void setFontName(std::wstring_view fontName) { fontName_ = fontName; }
+
     bool ask(WindowHandle owner, const Confirmation& confirmation, const Work& work) override;
+    void decline(WindowHandle owner) noexcept override;
 
 private:
+    class Shown;
+
     std::wstring fontName_;
+    std::vector<ConfirmationDialog*> shown_;  ///< one over the other; mostly one
 };
 
 }  // namespace tovar

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "shell/win32/global_bytes.h"
 #include "shell/win32/handles.h"
 
 namespace tovar {
@@ -32,20 +33,6 @@ bool WindowsClipboard::putFiles(std::string_view block) {
     return true;
 }
 
-std::optional<std::string> WindowsClipboard::takeFiles() {
-    const HANDLE memory = ::GetClipboardData(CF_HDROP);
-    if (memory == nullptr) return std::nullopt;
-    const void* const bytes = ::GlobalLock(memory);
-    if (bytes == nullptr) return std::nullopt;
-    std::optional<std::string> block;
-    try {
-        block.emplace(static_cast<const char*>(bytes), ::GlobalSize(memory));
-    } catch (...) {
-        ::GlobalUnlock(memory);
-        throw;
-    }
-    ::GlobalUnlock(memory);
-    return block;
-}
+std::optional<std::string> WindowsClipboard::takeFiles() { return bytesOf(::GetClipboardData(CF_HDROP)); }
 
 }  // namespace tovar

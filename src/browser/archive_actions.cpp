@@ -4,6 +4,7 @@
 
 #include "browser/member_list.h"
 #include "shell/paths.h"
+#include "shell/scoped_flag.h"
 
 namespace tovar {
 
@@ -37,10 +38,47 @@ void ArchiveActions::extract(const ArchiveScene& scene, const std::vector<Archiv
     if (chosen != folder) ports_.lastFolder = std::move(chosen);
 }
 
+bool ArchiveActions::change(const ArchiveScene& scene, const std::function<bool(ArchiveChanges&)>& run) {
+    if (ports_.changes == nullptr || extraction_.running() || changing_) return false;
+    const ScopedFlag changing(changing_);
+    changedOver_ = scene.owner;
+    return run(*ports_.changes);
+}
+
+bool ArchiveActions::addFiles(const ArchiveScene& scene) {
+    return change(scene, [&](ArchiveChanges& changes) { return changes.pickAndAdd(scene, Pick::Files); });
+}
+
+bool ArchiveActions::addFolder(const ArchiveScene& scene) {
+    return change(scene, [&](ArchiveChanges& changes) { return changes.pickAndAdd(scene, Pick::InFolder); });
+}
+
+bool ArchiveActions::addPaths(const ArchiveScene& scene, const std::vector<std::wstring>& paths) {
+    return change(scene, [&](ArchiveChanges& changes) { return changes.add(scene, paths); });
+}
+
+bool ArchiveActions::paste(const ArchiveScene& scene) {
+    if (ports_.clipboard == nullptr) return false;
+    std::vector<std::wstring> paths;
+    try {
+        ports_.clipboard->GetFilesFromClipboard(paths);
+    } catch (const EmptyFileList&) {
+        return false;  // there is nothing to add, and nothing to say of it
+    }
+    return addPaths(scene, paths);
+}
+
+bool ArchiveActions::canPaste() const { return ports_.clipboard != nullptr && ports_.clipboard->hasFiles(); }
+
+bool ArchiveActions::deleteMembers(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) {
+    return change(scene, [&](ArchiveChanges& changes) { return changes.remove(scene, members); });
+}
+
 void ArchiveActions::cancel() noexcept {
     extraction_.cancel();
     ports_.dialogs.closeAll();
     if (exports_) exports_->cancel();
+    if (changing_) ports_.changes->cancel(changedOver_);
 }
 
 }  // namespace tovar

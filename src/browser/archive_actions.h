@@ -8,6 +8,7 @@
 #include "browser/member_exports.h"
 #include "browser/member_opener.h"
 #include "browser/unpack_presenter.h"
+#include "shell/file_clipboard.h"
 
 namespace tovar {
 
@@ -37,8 +38,9 @@ struct ArchiveActionsPorts {
     ProgramLauncher& launcher;
     UnpackDialogs& dialogs;
     OpenedCopies& copies;
-    std::wstring& lastFolder;           ///< target folder chosen last, for all browsers; empty at first
-    ArchiveChanges* changes = nullptr;  ///< null: archives cannot be changed
+    std::wstring& lastFolder;            ///< target folder chosen last, for all browsers; empty at first
+    ArchiveChanges* changes = nullptr;   ///< null: archives cannot be changed
+    FileClipboard* clipboard = nullptr;  ///< null: nothing is pasted
     /// Makes what takes members out of one browser's window; nothing: none leave it.
     std::function<std::unique_ptr<MemberExports>(Extraction& extraction)> makeExports = {};
 };
@@ -52,26 +54,32 @@ public:
     ArchiveActions& operator=(const ArchiveActions&) = delete;
 
     [[nodiscard]] bool offers(BrowserCommand command) const override {
-        const bool changes = command == mnuEditAdd || command == mnuEditDelete;
-        return command == mnuEditExtract || command == kOpen || (changes && ports_.changes != nullptr);
+        const bool changes = command == mnuEditAdd || command == kAddFolder || command == mnuEditDelete;
+        return command == mnuEditExtract || command == kOpen || (changes && ports_.changes != nullptr) ||
+               (command == kPaste && ports_.changes != nullptr && ports_.clipboard != nullptr);
     }
     void extract(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override;
     void openMember(const ArchiveScene& scene, std::uint32_t entry) override { opener_.open(scene, entry); }
-    bool addFiles(const ArchiveScene& scene) override {
-        return ports_.changes != nullptr && !extraction_.running() && ports_.changes->pickAndAdd(scene);
-    }
-    bool deleteMembers(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override {
-        return ports_.changes != nullptr && !extraction_.running() && ports_.changes->remove(scene, members);
-    }
+    bool addFiles(const ArchiveScene& scene) override;
+    bool addFolder(const ArchiveScene& scene) override;
+    bool addPaths(const ArchiveScene& scene, const std::vector<std::wstring>& paths) override;
+    bool paste(const ArchiveScene& scene) override;
+    [[nodiscard]] bool canPaste() const override;
+    bool deleteMembers(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override;
     [[nodiscard]] MemberExports* exports() noexcept override { return exports_.get(); }
     void cancel() noexcept override;
 
 private:
+    /// Runs a change; not while members are extracted.
+    bool change(const ArchiveScene& scene, const std::function<bool(ArchiveChanges&)>& run);
+
     ArchiveActionsPorts ports_;
     std::wstring fontName_;
     Extraction extraction_;
     MemberOpener opener_;
     std::unique_ptr<MemberExports> exports_;
+    bool changing_ = false;
+    WindowHandle changedOver_ = nullptr;  ///< the window of the change that runs
 };
 
 }  // namespace tovar

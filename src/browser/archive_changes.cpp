@@ -4,6 +4,7 @@
 
 #include "browser/change_lines.h"
 #include "browser/member_list.h"
+#include "browser/own_items.h"
 #include "browser/staged_items.h"
 #include "drivers/un_lha.h"
 #include "drivers/un_zip.h"
@@ -18,6 +19,12 @@ namespace {
 
 constexpr std::wstring_view kNotCopied = L"The files could not be copied into the folder for temporary files.";
 constexpr std::wstring_view kIntoItself = L"An archive cannot be added to itself.";
+constexpr std::wstring_view kReadOnly = L"The archive is read-only. It was not changed.";
+constexpr std::wstring_view kHoldsCopies =
+    L" holds the folder for temporary files, and cannot be added as a whole. Add what is in it.";
+constexpr std::wstring_view kNoName = L" has no name that it could have in the archive. Add what is in it.";
+constexpr std::wstring_view kSameName = L" has the same name as another one. Add one of them at a time.";
+constexpr std::wstring_view kVanished = L" is not there any more. Nothing was added.";
 constexpr SystemErrorCode kNotFound = 2;  ///< in Windows and elsewhere
 
 bool isOf(const ArchiveScene& scene, const DriverDescription& kind) { return &scene.driver.description() == &kind; }
@@ -46,8 +53,31 @@ bool choosesOthers(const ArchiveScene& scene, const std::vector<ArchiveMember>& 
     return false;
 }
 
+std::wstring quoted(const std::wstring& path) { return L'"' + path + L'"'; }
+
+/// Takes out what need not be said twice: the same path again.
+void leaveOutRepeated(std::vector<std::wstring>& paths) {
+    std::unordered_set<std::wstring> known;
+    std::erase_if(paths, [&](const std::wstring& path) { return !known.insert(upperCase(path)).second; });
+}
+
+/// @param workFolder  where copies are made
+/// @return why they cannot be added together; empty when they can
+std::wstring objectionTo(const std::vector<std::wstring>& paths, std::wstring_view workFolder) {
+    std::unordered_set<std::wstring> names;
+    for (const std::wstring& path : paths) {
+        const std::wstring name = FileNamePart(path);
+        if (name.empty() || name == path) return quoted(path).append(kNoName);
+        if (isWithin(workFolder, path)) return quoted(path).append(kHoldsCopies);
+        if (!names.insert(upperCase(name)).second) return quoted(path).append(kSameName);
+    }
+    return {};
+}
+
 }  // namespace
 
+// The libraries remove an archive with its last member, as their programs always did: an empty one is refused by many
+// programs. The window then shows an empty archive, and what is added to it makes the file anew.
 bool ArchiveChanges::remove(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) {
     if (members.empty()) return false;
     const std::wstring list = memberListOf(scene, members);
@@ -55,14 +85,14 @@ bool ArchiveChanges::remove(const ArchiveScene& scene, const std::vector<Archive
                   [&](WindowHandle window) { return removeFrom(scene, window, members, list); });
 }
 
-bool ArchiveChanges::pickAndAdd(const ArchiveScene& scene) {
-    if (running_ || !isChangeable(scene)) return false;
+bool ArchiveChanges::pickAndAdd(const ArchiveScene& scene, Pick pick) {
+    if (!mayChange(scene)) return false;
     const std::wstring folder =
         ports_.paths.IsFolder(lastFolder_) ? lastFolder_ : StripTrailingSeparator(ParentPath(scene.archiveFile));
     std::vector<std::wstring> paths;
     {
         const ScopedFlag running(running_);
-        paths = ports_.questions.ask(scene.owner, folder);
+        paths = ports_.questions.ask(scene.owner, folder, pick);
     }
     if (paths.empty()) return false;
     lastFolder_ = StripTrailingSeparator(ParentPath(paths.front()));
@@ -71,17 +101,45 @@ bool ArchiveChanges::pickAndAdd(const ArchiveScene& scene) {
 
 bool ArchiveChanges::add(const ArchiveScene& scene, std::vector<std::wstring> paths) {
     if (paths.empty()) return false;
-    const std::size_t itself =
-        std::erase_if(paths, [&](const std::wstring& path) { return upperCase(path) == upperCase(scene.archiveFile); });
-    if (paths.empty() && itself != 0 && !running_ && isChangeable(scene)) tell(scene, scene.owner, kIntoItself);
+    if (!mayChange(scene)) return false;
+    for (std::wstring& path : paths) path = StripTrailingSeparator(path);
+    leaveOutRepeated(paths);
+    // What is dragged out of a browser is a placeholder, and not meant for the next one.
+    std::erase_if(paths, [](const std::wstring& path) { return OwnItems::isOwnName(FileNamePart(path)); });
     if (paths.empty()) return false;
+    std::erase_if(paths, [&](const std::wstring& path) { return upperCase(path) == upperCase(scene.archiveFile); });
+    const std::wstring objection =
+        paths.empty() ? std::wstring(kIntoItself) : objectionTo(paths, ports_.workFolder.path());
+    if (!objection.empty()) {
+        tell(scene, scene.owner, objection);
+        return false;
+    }
     return change(scene, confirmCompression(paths.size()),
                   [&](WindowHandle window) { return addTo(scene, window, paths); });
 }
 
+void ArchiveChanges::cancel(WindowHandle owner) noexcept {
+    ports_.questions.close(owner);
+    ports_.confirmations.decline(owner);
+}
+
+bool ArchiveChanges::mayChange(const ArchiveScene& scene) const {
+    return !running_ && !ports_.zip.running() && isChangeable(scene);
+}
+
+bool ArchiveChanges::isReadOnly(const ArchiveScene& scene) const {
+    const auto attributes = ports_.files.attributes(scene.archiveFile);
+    return attributes && (*attributes & attribute::kReadOnly) != 0;
+}
+
 bool ArchiveChanges::change(const ArchiveScene& scene, const Confirmation& confirmation,
                             const std::function<bool(WindowHandle window)>& work) {
-    if (running_ || ports_.zip.running() || !isChangeable(scene)) return false;
+    if (!mayChange(scene)) return false;
+    if (isReadOnly(scene)) {
+        // Before anything is asked or copied for it.
+        tell(scene, scene.owner, kReadOnly);
+        return false;
+    }
     const ScopedFlag running(running_);
     bool changed = false;
     ports_.confirmations.ask(scene.owner, confirmation, [&](WindowHandle window) {
@@ -113,10 +171,15 @@ bool ArchiveChanges::removeFrom(const ArchiveScene& scene, WindowHandle window,
 
 // Even a library that reports an error may have added some of the items: the archive is listed again in any case.
 bool ArchiveChanges::addTo(const ArchiveScene& scene, WindowHandle window, const std::vector<std::wstring>& paths) {
+    for (const std::wstring& path : paths) {
+        if (ports_.files.attributes(path)) continue;
+        tell(scene, window, quoted(path).append(kVanished));
+        return false;
+    }
     StagedItems staged({ports_.workFolder, ports_.files, ports_.operations}, scene.folders.key(scene.folder));
     // Copying leaves the process in the folder of the originals. It must not stand among the copies when they go.
     const CurrentFolderKeeper keeper(ports_.system);
-    if (!staged.add(window, paths)) {
+    if (!staged.add(window, paths, scene.archiveFile)) {
         tell(scene, window, kNotCopied);
         return false;
     }

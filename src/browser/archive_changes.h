@@ -11,13 +11,20 @@
 
 namespace tovar {
 
-/// Asks for files that are to be added.
+/// What the user picks to add: the system's dialog for files has no folders.
+enum class Pick { Files, InFolder };
+
+/// Asks for files and folders that are to be added.
 class FileQuestions {
 public:
     virtual ~FileQuestions() = default;
     /// @param folder  where to begin
-    /// @return full paths; empty when the user chooses none
-    [[nodiscard]] virtual std::vector<std::wstring> ask(WindowHandle owner, const std::wstring& folder) = 0;
+    /// @return full paths: files, or for Pick::InFolder a folder or several files and folders in one; empty when the
+    /// user
+    ///         chooses none
+    [[nodiscard]] virtual std::vector<std::wstring> ask(WindowHandle owner, const std::wstring& folder, Pick pick) = 0;
+    /// Closes the dialog that is shown over a window, if any, as its Cancel button does.
+    virtual void close(WindowHandle owner) noexcept = 0;
 };
 
 /// Deletes members of archives and adds files to them, for all browsers of the component. ZIP archives are changed by
@@ -43,16 +50,21 @@ public:
     /// @return whether the archive is to be listed again
     bool remove(const ArchiveScene& scene, const std::vector<ArchiveMember>& members);
 
-    /// Asks for files and adds them.
+    /// Asks for files, or for a folder, and adds them.
     /// @return whether the archive is to be listed again
-    bool pickAndAdd(const ArchiveScene& scene);
+    bool pickAndAdd(const ArchiveScene& scene, Pick pick);
 
     /// Adds files and folders to the folder shown, once the user has agreed.
-    /// @param paths  full paths; the archive itself is left out
+    /// @param paths  full paths; the archive itself is left out, also of a folder that holds it
     /// @return whether the archive is to be listed again
     bool add(const ArchiveScene& scene, std::vector<std::wstring> paths);
 
+    /// Closes what is asked over a window now, as if its user had declined. What is at work ends when its windows go.
+    void cancel(WindowHandle owner) noexcept;
+
 private:
+    [[nodiscard]] bool mayChange(const ArchiveScene& scene) const;
+    [[nodiscard]] bool isReadOnly(const ArchiveScene& scene) const;
     /// Asks, and does the work with one change at a time. What fails in it is told.
     bool change(const ArchiveScene& scene, const Confirmation& confirmation,
                 const std::function<bool(WindowHandle window)>& work);

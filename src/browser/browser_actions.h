@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "browser/browser_commands.h"
@@ -34,7 +35,7 @@ class BrowserActions {
 public:
     virtual ~BrowserActions() = default;
 
-    /// @param command  mnuEditExtract, kOpen (of a file), mnuEditAdd or mnuEditDelete
+    /// @param command  mnuEditExtract, kOpen (of a file), mnuEditAdd, kAddFolder, kPaste or mnuEditDelete
     /// @return false for a command that this object does not have: the window shows it disabled
     [[nodiscard]] virtual bool offers(BrowserCommand command) const = 0;
 
@@ -49,6 +50,21 @@ public:
     /// Adds files to the folder shown.
     /// @return whether the archive was changed, and is to be listed again
     virtual bool addFiles(const ArchiveScene& scene) = 0;
+
+    /// The same for a folder.
+    virtual bool addFolder(const ArchiveScene& scene) = 0;
+
+    /// Adds files and folders that were dropped to the folder shown.
+    /// @param paths  full ones
+    /// @return whether the archive was changed, and is to be listed again
+    virtual bool addPaths(const ArchiveScene& scene, const std::vector<std::wstring>& paths) = 0;
+
+    /// Adds the files and folders of the clipboard to the folder shown.
+    /// @return whether the archive was changed, and is to be listed again
+    virtual bool paste(const ArchiveScene& scene) = 0;
+
+    /// @return whether there are files on the clipboard now
+    [[nodiscard]] virtual bool canPaste() const = 0;
 
     /// @param members  the selected rows from top to bottom, never empty
     /// @return whether the archive was changed, and is to be listed again

@@ -35,7 +35,9 @@ enum BrowserCommand : int {
     kFind,     ///< starts to look for members by their names
     kFindNext,
     kFindPrevious,
-    kCopy,  ///< copies members to the clipboard
+    kCopy,       ///< copies members to the clipboard
+    kPaste,      ///< adds the files of the clipboard
+    kAddFolder,  ///< adds a folder that the user picks, or what he picks in it
     // Buttons of the toolbar
     Add = 400,
     Extract,

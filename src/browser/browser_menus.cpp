@@ -5,13 +5,14 @@ namespace {
 
 constexpr BrowserCommand kLine = kNoCommand;
 
-constexpr BrowserCommand kEdit[] = {kOpen, mnuEditExtract, kLine,         mnuEditAdd,    mnuEditDelete,
-                                    kLine, kCopy,          kLine,         mnuEditSelect, kLine,
-                                    kFind, kFindNext,      kFindPrevious, kLine,         mnuEditExit};
+constexpr BrowserCommand kEdit[] = {kOpen, mnuEditExtract, kLine,         mnuEditAdd, kAddFolder,    mnuEditDelete,
+                                    kLine, kCopy,          kPaste,        kLine,      mnuEditSelect, kLine,
+                                    kFind, kFindNext,      kFindPrevious, kLine,      mnuEditExit};
 constexpr BrowserCommand kView[] = {mnuViewStyle, kLine, GoUp, kRefresh};
 constexpr BrowserCommand kRows[] = {
     kOpen, mnuEditExtract, kCopy, mnuEditDelete, kLine, mnuEditSelectAll, mnuEditSelectInvert};
-constexpr BrowserCommand kEmptyArea[] = {mnuViewStyle, kLine, mnuEditAdd, mnuEditSelectAll, kLine, kRefresh, GoUp};
+constexpr BrowserCommand kEmptyArea[] = {mnuViewStyle,     kLine, mnuEditAdd, kAddFolder, kPaste,
+                                         mnuEditSelectAll, kLine, kRefresh,   GoUp};
 constexpr BrowserCommand kFolders[] = {kOpen, mnuEditExtract};
 
 constexpr BrowserCommand kSelect[] = {mnuEditSelectAll, mnuEditSelectInvert};

@@ -94,6 +94,10 @@ std::uint32_t BrowserPresenter::list() {
         ArchiveDriver& driver;
         ~Lent() { driver.setBreather(nullptr); }
     } const lent{driver_};
+    if (emptied_ && !files_.attributes(archiveFile_)) {
+        driver_.forgetListing();
+        return 0;
+    }
     driver_.setBreather(pauses_.get());
     return driver_.SetArcFile(archiveFile_);
 }

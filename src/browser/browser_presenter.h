@@ -82,6 +82,13 @@ public:
     [[nodiscard]] bool isFolderCommandEnabled(BrowserCommand command) const;
     [[nodiscard]] ViewStyle viewStyle() const noexcept { return viewStyle_; }
 
+    /// @return whether files can be dropped on the window now
+    [[nodiscard]] bool takesFiles() const { return isEnabled(mnuEditAdd); }
+    /// Files and folders were dropped on the window, wherever: they are added to the folder shown. One that the mouse
+    /// only passes on its way is too easily hit.
+    /// @param paths  full ones
+    void onFilesDropped(const std::vector<std::wstring>& paths);
+
     /// A row was double-clicked, or Enter pressed on it.
     void onRowOpened(std::uint32_t row);
     /// The selection has changed by the user's hand.
@@ -118,6 +125,8 @@ private:
     /// @return whether the archive is to be listed again; false when the command threw, or the window is gone
     bool work(const std::function<bool(const ArchiveScene&)>& run);
     void extract(const std::vector<ArchiveMember>& members);
+    /// The same for one that may change the archive; then it is listed again.
+    void change(const std::function<bool(const ArchiveScene&)>& run);
     void deleteSelected();
     void copySelected();
     [[nodiscard]] MemberExports* exports() const noexcept;
@@ -146,6 +155,9 @@ private:
     static constexpr std::size_t kOrderedAtOnce = 20'000;
 
     std::uint32_t list();
+    /// Lists the archive again after a change. One that went with its last member is empty from then on, and not
+    /// missing.
+    void refreshChanged();
     /// Puts rows in order. What arrives meanwhile finds a presenter that is busy; the last folder selected is kept.
     /// @return false when that was given up
     bool order(std::size_t rows, const std::function<void()>& run);
@@ -174,6 +186,7 @@ private:
     ViewStyle viewStyle_ = ViewStyle::Details;
     Pauses pauses_;
     std::optional<Folder> wanted_;  ///< selected while rows are put in order
+    bool emptied_ = false;          ///< a change took the archive with its last member
     bool filling_ = false;
     bool working_ = false;
     bool ordering_ = false;

@@ -32,7 +32,10 @@ bool BrowserPresenter::isEnabled(BrowserCommand command) const {
         case mnuEditExtract:
             return open && !isBusy() && offers(mnuEditExtract);
         case mnuEditAdd:
-            return open && !isBusy() && driver_.description().changeable && offers(mnuEditAdd);
+        case kAddFolder:
+            return open && !isBusy() && driver_.description().changeable && offers(actionOf(command));
+        case kPaste:
+            return open && !isBusy() && driver_.description().changeable && offers(kPaste) && actions_->canPaste();
         case mnuEditDelete:
             return open && !isBusy() && selectedRows_ != 0 && driver_.description().changeable && offers(mnuEditDelete);
         case kCopy:
@@ -119,7 +122,13 @@ void BrowserPresenter::onCommand(BrowserCommand command) {
             extract(selectedMembers());
             break;
         case mnuEditAdd:
-            if (work([this](const ArchiveScene& scene) { return actions_->addFiles(scene); })) refresh();
+            change([this](const ArchiveScene& scene) { return actions_->addFiles(scene); });
+            break;
+        case kAddFolder:
+            change([this](const ArchiveScene& scene) { return actions_->addFolder(scene); });
+            break;
+        case kPaste:
+            change([this](const ArchiveScene& scene) { return actions_->paste(scene); });
             break;
         case mnuEditDelete:
             deleteSelected();
@@ -168,7 +177,21 @@ void BrowserPresenter::extract(const std::vector<ArchiveMember>& members) {
 void BrowserPresenter::deleteSelected() {
     const std::vector<ArchiveMember> members = selectedMembers();
     if (members.empty()) return;
-    if (work([&](const ArchiveScene& scene) { return actions_->deleteMembers(scene, members); })) refresh();
+    change([&](const ArchiveScene& scene) { return actions_->deleteMembers(scene, members); });
+}
+
+void BrowserPresenter::onFilesDropped(const std::vector<std::wstring>& paths) {
+    if (!takesFiles()) return;
+    change([&](const ArchiveScene& scene) { return actions_->addPaths(scene, paths); });
+}
+
+void BrowserPresenter::change(const std::function<bool(const ArchiveScene&)>& run) {
+    if (work(run)) refreshChanged();
+}
+
+void BrowserPresenter::refreshChanged() {
+    if (!files_.attributes(archiveFile_)) emptied_ = true;
+    refresh();
 }
 
 MemberExports* BrowserPresenter::exports() const noexcept {

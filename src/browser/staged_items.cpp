@@ -1,7 +1,6 @@
 #include "browser/staged_items.h"
 
 #include <exception>
-#include <map>
 #include <unordered_set>
 
 #include "drivers/member_path.h"
@@ -49,22 +48,50 @@ void StagedItems::makeFolders(std::wstring_view folderKey) {
     }
 }
 
-bool StagedItems::add(WindowHandle owner, const std::vector<std::wstring>& paths) {
-    std::map<std::wstring, std::wstring> namesByFolder;  // a NUL between names
+bool StagedItems::add(WindowHandle owner, const std::vector<std::wstring>& paths, const std::wstring& leftOut) {
+    Copies copies;
     std::unordered_set<std::wstring> known;
     for (const std::wstring& each : paths) {
         const std::wstring path = StripTrailingSeparator(each);
         const std::wstring name = FileNamePart(path);
         if (name.empty() || name == path || !known.insert(upperCase(name)).second) return false;
-        std::wstring& names = namesByFolder[ParentPath(path)];
-        if (!names.empty()) names.push_back(L'\0');
-        names.append(name);
+        if (!plan(copies, ParentPath(path), name, leftOut)) return false;
         names_.push_back(below_ + name);
     }
-    for (const auto& [folder, names] : namesByFolder) {
-        std::wstring target = base_ + below_;
-        if (!ports_.operations.CopyFiles(owner, folder, target, names, file_flags::kUnseen)) return false;
+    for (const auto& [places, names] : copies) {
+        std::wstring target = places.second;
+        if (!ports_.operations.CopyFiles(owner, places.first, target, names, file_flags::kUnseen)) return false;
     }
+    return true;
+}
+
+// A folder that holds the file is made anew, and so on down to the one where the file is; all others are copied whole.
+bool StagedItems::plan(Copies& copies, std::wstring folder, std::wstring name, const std::wstring& leftOut) {
+    const auto note = [&copies](const std::wstring& from, const std::wstring& to, std::wstring_view what) {
+        std::wstring& names = copies[{from, to}];
+        if (!names.empty()) names.push_back(L'\0');
+        names.append(what);
+    };
+    std::wstring target = base_ + below_;
+    while (isWithin(leftOut, folder + name)) {
+        folder.append(name).append(kSeparator);
+        target.append(name);
+        if (ports_.files.createFolder(target) != 0) return false;
+        target.append(kSeparator);
+        std::vector<FolderEntry> entries;
+        if (ports_.files.listFolder(folder, entries) != 0) return false;
+        name.clear();
+        for (const FolderEntry& entry : entries) {
+            if (entry.name == L"." || entry.name == L"..") continue;
+            if (!isWithin(leftOut, folder + entry.name)) {
+                note(folder, target, entry.name);
+            } else if ((entry.attributes & attribute::kFolder) != 0) {
+                name = entry.name;
+            }
+        }
+        if (name.empty()) return true;
+    }
+    note(folder, target, name);
     return true;
 }
 
@@ -74,6 +101,11 @@ void StagedItems::remove() noexcept {
     } catch (const std::exception&) {
         // For want of memory they stay in the folder for temporary files.
     }
+}
+
+bool isWithin(std::wstring_view path, std::wstring_view folder) {
+    const std::wstring one = upperCase(StripTrailingSeparator(path)), all = upperCase(StripTrailingSeparator(folder));
+    return one.starts_with(all) && (one.size() == all.size() || one[all.size()] == L'\\');
 }
 
 }  // namespace tovar

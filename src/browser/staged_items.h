@@ -1,6 +1,8 @@
 #pragma once
+#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "shell/file_operations.h"
@@ -29,9 +31,11 @@ public:
     StagedItems& operator=(const StagedItems&) = delete;
 
     /// Copies items, without questions.
-    /// @param paths  full paths
+    /// @param paths    full paths
+    /// @param leftOut  full path of a file that is not copied although it lies in one of the items
     /// @return false when not all could be copied, or two of them have the same name
-    [[nodiscard]] bool add(WindowHandle owner, const std::vector<std::wstring>& paths);
+    [[nodiscard]] bool add(WindowHandle owner, const std::vector<std::wstring>& paths,
+                           const std::wstring& leftOut = {});
 
     /// @return the folder that stands for the archive's root, with a separator at its end
     [[nodiscard]] const std::wstring& base() const noexcept { return base_; }
@@ -39,6 +43,10 @@ public:
     [[nodiscard]] const std::vector<std::wstring>& names() const noexcept { return names_; }
 
 private:
+    /// Names to copy, a NUL between them, by the folder that they are in and the one that they go to.
+    using Copies = std::map<std::pair<std::wstring, std::wstring>, std::wstring>;
+
+    bool plan(Copies& copies, std::wstring folder, std::wstring name, const std::wstring& leftOut);
     void makeFolders(std::wstring_view folderKey);
     void remove() noexcept;
 
@@ -46,5 +54,8 @@ private:
     std::wstring base_, below_;  ///< below the base, with a separator at its end; empty = the base
     std::vector<std::wstring> names_;
 };
+
+/// @return whether a path is that of a folder, or lies in it
+[[nodiscard]] bool isWithin(std::wstring_view path, std::wstring_view folder);
 
 }  // namespace tovar

@@ -36,6 +36,9 @@ public:
     /// @return the number of entries
     virtual std::uint32_t SetArcFile(std::wstring_view fileName) = 0;
 
+    /// Forgets the listing: the archive has no members any more, and no file.
+    virtual void forgetListing() noexcept = 0;
+
     /// With whom SetArcFile stops for breath between members; null: with nobody. A listing that is no longer wanted
     /// then ends, and what was listed until then is there.
     virtual void setBreather(Breather* breather) = 0;

@@ -18,6 +18,10 @@ public:
     [[nodiscard]] WindowHandle hWnd() const final { return owner_; }
     void setHWnd(WindowHandle owner) final { owner_ = owner; }
 
+    void forgetListing() noexcept final {
+        beginListing();
+        setListingComplete(true);
+    }
     void setBreather(Breather* breather) final { breather_ = breather; }
     [[nodiscard]] bool listingComplete() const final { return listingComplete_; }
     [[nodiscard]] const EntryTable& entries() const final { return entries_; }

@@ -22,7 +22,7 @@ TEST(BrowserCommands, AreDescribedOnceEach) {
         EXPECT_EQ(describe(each.command), &each);
         EXPECT_FALSE(each.menuText.empty() && each.buttonText.empty()) << each.command;
     }
-    EXPECT_EQ(met.size(), 24U);
+    EXPECT_EQ(met.size(), 26U);
     EXPECT_EQ(describe(kNoCommand), nullptr);
     EXPECT_EQ(describe(12345), nullptr);
 }
@@ -51,6 +51,7 @@ TEST(BrowserCommands, AnswerToTheKeysThatMenusPromise) {
     EXPECT_EQ(commandOfKey(controlWith('E')), mnuEditExtract);
     EXPECT_EQ(commandOfKey(controlWith('C')), kCopy);
     EXPECT_EQ(commandOfKey({Key::Insert, true, false, false}), kCopy);
+    EXPECT_EQ(commandOfKey(controlWith('V')), kPaste);
     EXPECT_EQ(commandOfKey(controlWith('F')), kFind);
     EXPECT_EQ(commandOfKey(stroke(Key::F3)), kFindNext);
     EXPECT_EQ(commandOfKey(stroke(Key::F3, false, true)), kFindPrevious);
@@ -88,6 +89,7 @@ TEST(BrowserCommands, WriteTheShortcutAfterATab) {
     EXPECT_EQ(menuLine(*describe(kRefresh)), L"&Refresh\tF5");
     EXPECT_EQ(menuLine(*describe(mnuEditAdd)), L"&Add...");
     EXPECT_EQ(menuLine(*describe(kCopy)), L"&Copy\tCtrl+C");
+    EXPECT_EQ(menuLine(*describe(kPaste)), L"&Paste\tCtrl+V");
 }
 
 }  // namespace

@@ -78,7 +78,7 @@ Pairs pairsOfCommands() {
 
 TEST(KeyboardList, NamesEveryKeyAndNoOther) {
     const Pairs commands = pairsOfCommands();
-    EXPECT_EQ(commands.size(), 17U);
+    EXPECT_EQ(commands.size(), 18U);
     EXPECT_EQ(pairsOfPage(), commands);
 }
 

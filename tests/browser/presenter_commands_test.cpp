@@ -103,6 +103,73 @@ TEST_F(BrowserCommandsOfPresenter, AddsAndDeletesOnlyInArchivesOfKindsThatCanBeC
     EXPECT_TRUE(view_.enabled.at(Add));
 }
 
+TEST_F(BrowserCommandsOfPresenter, TakesFilesOnlyForArchivesOfKindsThatCanBeChanged) {
+    actions_.filesOnClipboard = true;
+    driver_.changeable = false;
+    fill({L"a.txt"});
+    EXPECT_FALSE(presenter_.takesFiles());
+    EXPECT_FALSE(presenter_.isEnabled(kPaste));
+    EXPECT_FALSE(presenter_.isEnabled(kAddFolder));
+    presenter_.onFilesDropped({L"C:\\x"});
+    presenter_.onCommand(kPaste);
+    presenter_.onCommand(kAddFolder);
+    EXPECT_TRUE(actions_.owners.empty());
+    driver_.changeable = true;
+    fill({L"a.txt"});
+    EXPECT_TRUE(presenter_.takesFiles());
+    EXPECT_TRUE(presenter_.isEnabled(kPaste));
+    EXPECT_TRUE(presenter_.isEnabled(kAddFolder));
+}
+
+TEST_F(BrowserCommandsOfPresenter, PastesWhenThereAreFilesOnTheClipboard) {
+    fill({L"d/1"}, L"\\d\\");
+    EXPECT_FALSE(presenter_.isEnabled(kPaste));
+    presenter_.onCommand(kPaste);
+    EXPECT_TRUE(actions_.pastedTo.empty());
+    actions_.filesOnClipboard = true;
+    EXPECT_TRUE(presenter_.isEnabled(kPaste));
+    presenter_.onCommand(kPaste);
+    EXPECT_EQ(actions_.pastedTo, std::vector<Folder>{folder(L"\\d\\")});
+}
+
+TEST_F(BrowserCommandsOfPresenter, AddsWhatIsDroppedAndListsAgain) {
+    fill({L"d/1"}, L"\\d\\");
+    actions_.changesArchive = true;
+    actions_.whileWorking = [&] {
+        driver_.members = FakeDriver({L"d/1", L"d/2"}).members;
+        EXPECT_FALSE(presenter_.takesFiles()) << "while others are added";
+        presenter_.onFilesDropped({L"C:\\other"});
+    };
+    presenter_.onFilesDropped({L"C:\\2", L"D:\\3"});
+    EXPECT_EQ(actions_.dropped, (std::vector<std::vector<std::wstring>>{{L"C:\\2", L"D:\\3"}}));
+    EXPECT_EQ(shownKey(), L"\\d\\");
+    EXPECT_EQ(presenter_.contents().rowCount(), 2U);
+}
+
+TEST_F(BrowserCommandsOfPresenter, ShowsAnEmptyArchiveWhenItWentWithItsLastMember) {
+    fill({L"d/1"}, L"\\d\\");
+    select({0});
+    actions_.changesArchive = true;
+    actions_.whileWorking = [&] { files_.deleteFile(kArchive); };
+    presenter_.onCommand(mnuEditDelete);
+    EXPECT_EQ(shownKey(), L"\\");
+    EXPECT_EQ(presenter_.contents().rowCount(), 0U);
+    EXPECT_EQ(driver_.listed.size(), 1U) << "there is nothing to open";
+    presenter_.onCommand(kRefresh);
+    EXPECT_EQ(driver_.listed.size(), 1U);
+    EXPECT_TRUE(presenter_.isEnabled(mnuEditAdd)) << "what is added makes it anew";
+    actions_.whileWorking = [&] { files_.addFileOfSize(kArchive, 22); };
+    presenter_.onCommand(mnuEditAdd);
+    EXPECT_EQ(driver_.listed.size(), 2U);
+    EXPECT_EQ(presenter_.contents().rowCount(), 1U);
+}
+
+TEST_F(BrowserCommandsOfPresenter, AddsAFolderThatIsPicked) {
+    fill({L"a.txt"});
+    presenter_.onCommand(kAddFolder);
+    EXPECT_EQ(actions_.foldersAddedTo, std::vector<Folder>{FolderModel::kRoot});
+}
+
 TEST_F(BrowserCommandsOfPresenter, DisablesWhatThePortDoesNotOffer) {
     actions_.offered = {mnuEditExtract};
     fill({L"a.txt", L"d/1"});

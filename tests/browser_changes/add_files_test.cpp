@@ -129,7 +129,9 @@ TEST_F(AddFiles, RefusesFoldersThatLeadOut) {
 TEST_F(AddFiles, RefusesTwoOfOneName) {
     list<cUnZip>({"x"});
     EXPECT_FALSE(changes.add(scene(), {LR"(C:\base\a.txt)", LR"(C:\other\A.TXT)"}));
-    EXPECT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(boxes(),
+              L"[ZIP Message|\"C:\\other\\A.TXT\" has the same name as another one. Add one of them at a time.]");
+    EXPECT_TRUE(confirmations.messages.empty());
     EXPECT_TRUE(library.calls.empty());
     expectClean();
 }
@@ -145,12 +147,92 @@ TEST_F(AddFiles, LeavesTheArchiveItselfOut) {
               Texts{L"Compress 1 files and folders ?\r\nIf files already exist, they will be overwritten."});
 }
 
+TEST_F(AddFiles, LeavesTheArchiveOutOfAFolderThatHoldsIt) {
+    list<cUnZip>({"x"});
+    files.addFile(archive, "the archive itself");
+    files.addFile(LR"(C:\out\new.zip.txt)");
+    files.addFile(LR"(C:\out\more\new.zip)");
+    EXPECT_TRUE(changes.add(scene(), {LR"(c:\Out)", LR"(C:\base\a.txt)"}));
+    EXPECT_EQ(filesInTemp, (Texts{LR"(C:\Temp\VTL1.TMP\Out\more\new.zip)", LR"(C:\Temp\VTL1.TMP\Out\new.zip.txt)",
+                                  LR"(C:\Temp\VTL1.TMP\a.txt)"}));
+    ASSERT_EQ(library.calls.size(), 1U);
+    EXPECT_EQ(library.calls[0].slots, (Names{R"(Out\*.*)", R"(Out\*.*)", "a.txt"}));
+    EXPECT_TRUE(messages.shown.empty());
+    expectClean();
+}
+
+TEST_F(AddFiles, LeavesTheArchiveOutOfAFolderFarAboveIt) {
+    archive = LR"(C:\far\down\below\new.zip)";
+    list<cUnZip>({"x"});
+    files.addFile(archive, "the archive itself");
+    files.addFile(LR"(C:\far\1.txt)");
+    files.addFile(LR"(C:\far\down\2.txt)");
+    files.addFile(LR"(C:\far\down\below\3.txt)");
+    files.addFile(LR"(C:\far\downs\below\new.zip)");
+    EXPECT_TRUE(changes.add(scene(), {LR"(C:\far\)"}));
+    EXPECT_EQ(filesInTemp,
+              (Texts{LR"(C:\Temp\VTL1.TMP\far\1.txt)", LR"(C:\Temp\VTL1.TMP\far\down\2.txt)",
+                     LR"(C:\Temp\VTL1.TMP\far\down\below\3.txt)", LR"(C:\Temp\VTL1.TMP\far\downs\below\new.zip)"}));
+    expectClean();
+}
+
+TEST_F(AddFiles, RefusesAFolderThatHoldsTheCopies) {
+    list<cUnZip>({"x"});
+    EXPECT_FALSE(changes.add(scene(), {LR"(C:\base\a.txt)", LR"(c:\temp)"}));
+    EXPECT_EQ(
+        boxes(),
+        L"[ZIP Message|\"c:\\temp\" holds the folder for temporary files, and cannot be added as a whole. Add what "
+        L"is in it.]");
+    EXPECT_TRUE(confirmations.messages.empty());
+    EXPECT_TRUE(desktop.operations.empty());
+}
+
+TEST_F(AddFiles, RefusesAWholeDrive) {
+    list<cUnZip>({"x"});
+    EXPECT_FALSE(changes.add(scene(), {LR"(D:\)"}));
+    EXPECT_EQ(boxes(), L"[ZIP Message|\"D:\\\" has no name that it could have in the archive. Add what is in it.]");
+    EXPECT_TRUE(confirmations.messages.empty());
+}
+
+TEST_F(AddFiles, TellsWhatVanishedBeforeTheAnswer) {
+    list<cUnZip>({"x"});
+    confirmations.whileAsking = [this] { files.deleteFile(LR"(C:\base\b.txt)"); };
+    EXPECT_FALSE(changes.add(scene(), {LR"(C:\base\a.txt)", LR"(C:\base\b.txt)"}));
+    EXPECT_EQ(boxes(), L"[ZIP Message|\"C:\\base\\b.txt\" is not there any more. Nothing was added.]");
+    EXPECT_EQ(messages.shown[0].owner, &confirmations.window);
+    EXPECT_TRUE(desktop.operations.empty());
+    EXPECT_TRUE(library.calls.empty());
+    expectClean();
+}
+
+TEST_F(AddFiles, LeavesAReadOnlyArchiveAsItIs) {
+    list<cUnZip>({"x"});
+    files.addFile(archive, "", attribute::kReadOnly);
+    EXPECT_FALSE(changes.add(scene(), {LR"(C:\base\a.txt)"}));
+    EXPECT_FALSE(changes.remove(scene(), {file(0)}));
+    EXPECT_EQ(boxes(),
+              L"[ZIP Message|The archive is read-only. It was not changed.]"
+              L"[ZIP Message|The archive is read-only. It was not changed.]");
+    EXPECT_TRUE(confirmations.messages.empty());
+    EXPECT_TRUE(desktop.operations.empty());
+    EXPECT_TRUE(library.calls.empty());
+}
+
+TEST_F(AddFiles, TakesAPathThatComesTwiceOnce) {
+    list<cUnZip>({"x"});
+    EXPECT_TRUE(changes.add(scene(), {LR"(C:\base\dir)", LR"(C:\BASE\dir\)"}));
+    EXPECT_EQ(confirmations.messages,
+              Texts{L"Compress 1 files and folders ?\r\nIf files already exist, they will be overwritten."});
+    ASSERT_EQ(library.calls.size(), 1U);
+    EXPECT_EQ(library.calls[0].slots, (Names{R"(dir\*.*)", R"(dir\*.*)"}));
+}
+
 TEST_F(AddFiles, BeginsBesideTheArchiveAndThenWhereTheyWereLast) {
     list<cUnZip>({"x"});
-    EXPECT_FALSE(changes.pickAndAdd(scene())) << "none were chosen";
+    EXPECT_FALSE(changes.pickAndAdd(scene(), Pick::Files)) << "none were chosen";
     questions.answer = {LR"(C:\base\a.txt)"};
-    EXPECT_TRUE(changes.pickAndAdd(scene()));
-    EXPECT_TRUE(changes.pickAndAdd(scene()));
+    EXPECT_TRUE(changes.pickAndAdd(scene(), Pick::Files));
+    EXPECT_TRUE(changes.pickAndAdd(scene(), Pick::Files));
     EXPECT_EQ(questions.folders, (Texts{LR"(C:\out)", LR"(C:\out)", LR"(C:\base)"}));
     EXPECT_EQ(confirmations.messages.size(), 2U);
 }

@@ -20,27 +20,37 @@ namespace tovar::test {
 class FakeConfirmations final : public Confirmations {
 public:
     bool agrees = true;
+    std::function<void()> whileAsking;
     std::vector<std::wstring> messages, captions;
     int window = 0;
+    std::vector<WindowHandle> declined;
 
     bool ask(WindowHandle, const Confirmation& confirmation, const Work& work) override {
         messages.push_back(confirmation.message());
         captions.push_back(confirmation.progress);
         EXPECT_EQ(confirmation.yes, L"&Yes");
         EXPECT_EQ(confirmation.no, L"&No");
+        if (whileAsking) whileAsking();
         if (agrees) work(&window);
         return agrees;
     }
+    void decline(WindowHandle owner) noexcept override { declined.push_back(owner); }
 };
 
 class FakeFileQuestions final : public FileQuestions {
 public:
     std::vector<std::wstring> answer, folders;
+    std::vector<Pick> picks;
+    std::vector<WindowHandle> closed;
+    std::function<void()> whileAsking;
 
-    std::vector<std::wstring> ask(WindowHandle, const std::wstring& folder) override {
+    std::vector<std::wstring> ask(WindowHandle, const std::wstring& folder, Pick pick) override {
         folders.push_back(folder);
+        picks.push_back(pick);
+        if (whileAsking) whileAsking();
         return answer;
     }
+    void close(WindowHandle owner) noexcept override { closed.push_back(owner); }
 };
 
 struct QuietPump final : MessagePump {

@@ -94,7 +94,7 @@ TEST_F(DeleteMembers, OfAnotherKindAsksNothing) {
     list<cUnRAR>({"a.txt"});
     EXPECT_FALSE(changes.remove(scene(), {file(0)}));
     EXPECT_FALSE(changes.add(scene(), {LR"(C:\base\a.txt)"}));
-    EXPECT_FALSE(changes.pickAndAdd(scene()));
+    EXPECT_FALSE(changes.pickAndAdd(scene(), Pick::Files));
     EXPECT_TRUE(confirmations.messages.empty());
     EXPECT_TRUE(questions.folders.empty());
 }
@@ -103,7 +103,7 @@ TEST_F(DeleteMembers, TurnsAwayAnotherChangeMeanwhile) {
     list<cUnZip>({"a.txt"});
     library.whileRunning = [this](ZipEvents&) {
         EXPECT_FALSE(changes.remove(scene(), {file(0)}));
-        EXPECT_FALSE(changes.pickAndAdd(scene()));
+        EXPECT_FALSE(changes.pickAndAdd(scene(), Pick::Files));
     };
     EXPECT_TRUE(changes.remove(scene(), {file(0)}));
     EXPECT_EQ(confirmations.messages.size(), 1U);

@@ -9,6 +9,7 @@ namespace {
 class NoConfirmations final : public Confirmations {
 public:
     bool ask(WindowHandle, const Confirmation&, const Work&) override { return false; }
+    void decline(WindowHandle) noexcept override {}
 };
 
 class NoDrags final : public DragSource {

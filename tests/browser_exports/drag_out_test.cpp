@@ -26,6 +26,7 @@ public:
         if (agrees) work(&window);
         return agrees;
     }
+    void decline(WindowHandle) noexcept override {}
 };
 
 /// The user's hand.

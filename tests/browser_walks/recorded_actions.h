@@ -22,6 +22,10 @@ public:
         last = L"add " + scene.folders.key(scene.folder);
         return true;
     }
+    bool addFolder(const ArchiveScene& scene) override { return addFiles(scene); }
+    bool addPaths(const ArchiveScene& scene, const std::vector<std::wstring>&) override { return addFiles(scene); }
+    bool paste(const ArchiveScene& scene) override { return addFiles(scene); }
+    [[nodiscard]] bool canPaste() const override { return false; }
     bool deleteMembers(const ArchiveScene& scene, const std::vector<ArchiveMember>& members) override {
         record(L"delete", scene, members);
         return true;

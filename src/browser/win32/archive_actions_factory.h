@@ -43,7 +43,7 @@ public:
     [[nodiscard]] std::unique_ptr<BrowserActions> create(const BrowserRequest& request) {
         return std::make_unique<ArchiveActions>(
             ArchiveActionsPorts{workFolder_, paths_, files_, messages_, pump_, progress_, launcher_, dialogs_, copies_,
-                                lastFolder_, changes_,
+                                lastFolder_, changes_, &fileClipboard_,
                                 confirmations_ == nullptr
                                     ? MakeExports()
                                     : [this](Extraction& extraction) { return makeExports(extraction); }},
@@ -74,13 +74,14 @@ private:
     WindowsUnpackDialogs dialogs_;
     OpenedCopies copies_;
     std::wstring lastFolder_;
-    // What takes members out of windows.
+    // What takes members out of windows, and files into them.
     Confirmations* confirmations_;
     OleDragSource dragSource_;
     WindowsProcesses processes_;
     OwnItems items_;
     AnsiCodec ansi_;
     WindowsClipboard clipboard_;
+    FileClipboard fileClipboard_{clipboard_, ansi_};
     WindowsClipboardWatch clipboardWatch_;
     ClipboardCopies clipboardCopies_{clipboard_, ansi_, clipboardWatch_};
 };

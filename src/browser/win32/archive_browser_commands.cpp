@@ -15,9 +15,12 @@ namespace tovar {
 namespace {
 
 // Messages run while these work, and the window may go meanwhile: they are begun outside of every control's message.
-constexpr BrowserCommand kLong[] = {kOpen, mnuEditExtract, kCopy, mnuEditAdd, mnuEditDelete, kRefresh, mnuEditExit};
+constexpr BrowserCommand kLong[] = {kOpen,  mnuEditExtract, kCopy,    mnuEditAdd, kAddFolder,
+                                    kPaste, mnuEditDelete,  kRefresh, mnuEditExit};
 // The same, as long as there are very many rows.
 constexpr BrowserCommand kLongForManyRows[] = {mnuEditSelectAll, mnuEditSelectInvert};
+
+constexpr UINT kDropDelay = 20;  // milliseconds
 
 // In a text field other keys are for the text.
 constexpr BrowserCommand kInTextFields[] = {kRefresh,
@@ -115,6 +118,34 @@ void fArcMain::runToTheEnd(const std::function<void()>& run) {
     if (closeWanted_ && !presenter_.isBusy()) destroy();
 }
 
+std::optional<LRESULT> fArcMain::onTimer(WPARAM wParam, LPARAM) {
+    if (wParam == tmrOLE) {
+        addDropped();
+        return 0;
+    }
+    hostWatch_.onTimer(wParam);
+    return std::nullopt;
+}
+
+std::optional<LRESULT> fArcMain::onDropFiles(WPARAM drop, LPARAM) {
+    drops_.onDropFiles(drop);
+    return 0;
+}
+
+void fArcMain::onFilesDropped(std::vector<std::wstring> paths) {
+    dropped_.insert(dropped_.end(), std::move_iterator(paths.begin()), std::move_iterator(paths.end()));
+    ::SetTimer(hwnd(), tmrOLE, kDropDelay, nullptr);
+}
+
+void fArcMain::addDropped() {
+    // A command may have begun since: what was taken is not lost, and has its turn when that has ended.
+    if (presenter_.isBusy() || isBehindDialog()) return;
+    ::KillTimer(hwnd(), tmrOLE);
+    // The question belongs to the window, not behind that of the program that the files come from.
+    ::SetForegroundWindow(::GetAncestor(hwnd(), GA_ROOT));
+    runToTheEnd([this] { presenter_.onFilesDropped(std::exchange(dropped_, {})); });
+}
+
 void fArcMain::setViewStyle(ViewStyle style) { list_.setStyle(style); }
 
 std::uint32_t fArcMain::selectAll(Breather* breather) {
@@ -139,6 +170,7 @@ void fArcMain::enable(BrowserCommand command, bool enabled) {
         menuBand_.enable(command, enabled);
     } else {
         toolbar_.enable(command, enabled);
+        if (command == Add) drops_.announce(enabled);
     }
 }
 

@@ -169,11 +169,6 @@ std::optional<LRESULT> fArcMain::onMoved(WPARAM, LPARAM) {
     return std::nullopt;
 }
 
-std::optional<LRESULT> fArcMain::onTimer(WPARAM wParam, LPARAM) {
-    hostWatch_.onTimer(wParam);
-    return std::nullopt;
-}
-
 void fArcMain::onHostSized() {
     const HostSize now = sizeOfHost();
     if (now.width <= 0 || now.height <= 0 || ::IsIconic(hwnd())) return;

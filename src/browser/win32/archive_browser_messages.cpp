@@ -30,6 +30,7 @@ std::optional<LRESULT> fArcMain::onMessage(UINT message, WPARAM wParam, LPARAM l
         {WM_DESTROY, &fArcMain::onDestroy},
         {WM_CLOSE, &fArcMain::onClose},
         {WM_TIMER, &fArcMain::onTimer},
+        {WM_DROPFILES, &fArcMain::onDropFiles},
         {WM_SIZE, &fArcMain::onSize},
         {WM_WINDOWPOSCHANGING, &fArcMain::onMoving},
         {WM_WINDOWPOSCHANGED, &fArcMain::onMoved},

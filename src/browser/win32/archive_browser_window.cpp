@@ -78,6 +78,7 @@ std::optional<LRESULT> fArcMain::onCreate(WPARAM, LPARAM) {
     ::SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon_.get()));
     followScale();
     desktopWatch_.start();  // without it the window keeps the looks that it came up with
+    drops_.start(hwnd());
     presenter_.onLoad();
     return 0;
 }
@@ -101,6 +102,7 @@ bool fArcMain::createControls() {
 std::optional<LRESULT> fArcMain::onDestroy(WPARAM, LPARAM) {
     hostWatch_.stop();
     desktopWatch_.stop();
+    drops_.stop();
     menuBand_.release();
     address_.release();
     list_.release();

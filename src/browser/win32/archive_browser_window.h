@@ -26,6 +26,7 @@
 #include "shell/message_boxes.h"
 #include "shell/regional.h"
 #include "shell/win32/desktop_watch.h"
+#include "shell/win32/file_drop_target.h"
 #include "shell/win32/form_fonts.h"
 #include "shell/win32/handles.h"
 #include "shell/win32/shell_notify.h"
@@ -56,7 +57,8 @@ class fArcMain final : public ArchiveBrowser,
                        private MenuBandOwner,
                        private PaneKeys,
                        private FindBarOwner,
-                       private ShellNotifyListener {
+                       private ShellNotifyListener,
+                       private FileDropOwner {
 public:
     /// Creates the window, hidden; hWnd() is null when that failed.
     fArcMain(const BrowserRequest& request, const BrowserWindowPorts& ports, std::function<void()> onUnloaded);
@@ -128,12 +130,17 @@ private:
     // ShellNotifyListener
     void onShellNotify(const std::wstring& first, const std::wstring& second) override;
 
+    // FileDropOwner
+    [[nodiscard]] bool takesFiles() const override { return presenter_.takesFiles() && !isBehindDialog(); }
+    void onFilesDropped(std::vector<std::wstring> paths) override;
+
     // Messages
     std::optional<LRESULT> onCreate(WPARAM, LPARAM);
     std::optional<LRESULT> onDestroy(WPARAM, LPARAM);
     std::optional<LRESULT> onClose(WPARAM, LPARAM);
     std::optional<LRESULT> onSize(WPARAM, LPARAM);
     std::optional<LRESULT> onTimer(WPARAM wParam, LPARAM);
+    std::optional<LRESULT> onDropFiles(WPARAM drop, LPARAM);
     std::optional<LRESULT> onMinimumSize(WPARAM, LPARAM lParam);
     std::optional<LRESULT> onFocus(WPARAM, LPARAM);
     std::optional<LRESULT> onFocusMoved(WPARAM, LPARAM);
@@ -158,6 +165,9 @@ private:
 
     // Commands
     void onAddressChosen();
+    void addDropped();
+    /// @return whether a dialog, of the window's own or of the host, keeps its user out
+    [[nodiscard]] bool isBehindDialog() const { return !::IsWindowEnabled(::GetAncestor(hwnd(), GA_ROOT)); }
     void onControlFocus();
 
     // Notifications
@@ -213,9 +223,11 @@ private:
     Splitter splitter_{*this};
     HostWatch hostWatch_;
     DesktopWatch desktopWatch_{*this};
-    HostSize hostSize_;        ///< when the window was placed there
-    HostedPlace hostedPlace_;  ///< where the host or the user has placed the window
-    RECT laidOutIn_{};         ///< the window's client area when its controls were placed
+    FileDropTarget drops_{*this};
+    std::vector<std::wstring> dropped_;  ///< until the timer `tmrOLE` has them added
+    HostSize hostSize_;                  ///< when the window was placed there
+    HostedPlace hostedPlace_;            ///< where the host or the user has placed the window
+    RECT laidOutIn_{};                   ///< the window's client area when its controls were placed
     bool followingHost_ = false;
     bool givingFonts_ = false, otherFontsWanted_ = false;
     bool isLoaded_ = false;              ///< the window has had its fonts once

@@ -21,4 +21,7 @@ enum BrowserControl : int {
     WenShellNotify1,
 };
 
+/// The timer that begins to add what was dropped; apart from that of HostWatch.
+inline constexpr unsigned int tmrOLE = 0x4F4C45;
+
 }  // namespace tovar

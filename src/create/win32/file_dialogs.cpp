@@ -4,6 +4,7 @@
 #include <commdlg.h>
 
 #include <algorithm>
+#include <exception>
 #include <string_view>
 
 #include "shell/paths.h"
@@ -113,6 +114,31 @@ std::vector<std::wstring> askForFiles(HWND owner, const std::wstring& folder) {
     }
     if (paths.empty()) paths.push_back(first);
     return paths;
+}
+
+NewDialogs::NewDialogs() {
+    ::EnumThreadWindows(::GetCurrentThreadId(), &NewDialogs::note, reinterpret_cast<LPARAM>(&before_));
+}
+
+BOOL CALLBACK NewDialogs::note(HWND window, LPARAM windows) noexcept {
+    try {
+        reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    } catch (const std::exception&) {
+        return FALSE;
+    }
+    return TRUE;
+}
+
+void NewDialogs::cancel() const noexcept {
+    ::EnumThreadWindows(::GetCurrentThreadId(), &NewDialogs::cancelNew, reinterpret_cast<LPARAM>(this));
+}
+
+BOOL CALLBACK NewDialogs::cancelNew(HWND window, LPARAM dialogs) noexcept {
+    const std::vector<HWND>& before = reinterpret_cast<const NewDialogs*>(dialogs)->before_;
+    if (std::ranges::find(before, window) == before.end() && ::IsWindowVisible(window)) {
+        ::PostMessageW(window, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+    }
+    return TRUE;
 }
 
 }  // namespace tovar

@@ -17,4 +17,19 @@ namespace tovar {
 /// @return full paths
 [[nodiscard]] std::vector<std::wstring> askForFiles(HWND owner, const std::wstring& folder);
 
+/// The windows of the calling thread that come up as long as the object lives: the system's dialogs cannot be told from
+/// those of the host otherwise.
+class NewDialogs {
+public:
+    NewDialogs();
+    /// Presses Cancel in all of them.
+    void cancel() const noexcept;
+
+private:
+    static BOOL CALLBACK note(HWND window, LPARAM windows) noexcept;
+    static BOOL CALLBACK cancelNew(HWND window, LPARAM dialogs) noexcept;
+
+    std::vector<HWND> before_;
+};
+
 }  // namespace tovar

@@ -81,7 +81,7 @@ private:
     WindowsDesktopFiles desktopFiles_;
     FileOperations fileOperations_{desktopFiles_, paths_, pump_};
     HostedConfirmations confirmations_{[this] { return state_.fontName; }};
-    DialogFileQuestions fileQuestions_;
+    DialogFileQuestions fileQuestions_{paths_, [this] { return state_.fontName; }};
     ArchiveChanges changes_{
         {zip_, confirmations_, fileQuestions_, fileOperations_, workFolder_, paths_, files_, systemPaths_, messages_}};
     ArchiveActionsFactory actions_{workFolder_, paths_,          files_,

@@ -63,6 +63,7 @@ public:
         return table_.size();
     }
 
+    void forgetListing() noexcept override { table_.clear(); }
     void setBreather(Breather* given) override { breather = given; }
     [[nodiscard]] bool listingComplete() const override { return true; }
     ExtractResult extract(const ExtractRequest& request) override {

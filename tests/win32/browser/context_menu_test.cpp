@@ -43,7 +43,15 @@ protected:
     UINT bold_ = 0;
     const Texts kRows{L"&Open\tEnter",        L"&Extract...\tCtrl+E",      L"&Copy\tCtrl+C", L"&Delete\tDel", L"",
                       L"Se&lect all\tCtrl+A", L"&Invert selection\tCtrl+I"};
-    const Texts kEmpty{L"&Style", L"", L"&Add...", L"Se&lect all\tCtrl+A", L"", L"&Refresh\tF5", L"Go &up\tBackspace"};
+    const Texts kEmpty{L"&Style",
+                       L"",
+                       L"&Add...",
+                       L"Add &whole folder...",
+                       L"&Paste\tCtrl+V",
+                       L"Se&lect all\tCtrl+A",
+                       L"",
+                       L"&Refresh\tF5",
+                       L"Go &up\tBackspace"};
     const Texts kFolders{L"&Open", L"&Extract..."};
 };
 

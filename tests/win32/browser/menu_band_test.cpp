@@ -63,9 +63,10 @@ TEST_F(MenuBandTest, OpensTheEditMenuByTheMouse) {
         })});
         clickBand(0);
     }
-    EXPECT_EQ(texts, (Texts{L"&Open\tEnter", L"&Extract...\tCtrl+E", L"", L"&Add...", L"&Delete\tDel", L"",
-                            L"&Copy\tCtrl+C", L"", L"&Select", L"", L"&Find...\tCtrl+F", L"Find &next\tF3",
-                            L"Find &previous\tShift+F3", L"", L"E&xit\tCtrl+F4"}));
+    EXPECT_EQ(texts,
+              (Texts{L"&Open\tEnter", L"&Extract...\tCtrl+E", L"", L"&Add...", L"Add &whole folder...", L"&Delete\tDel",
+                     L"", L"&Copy\tCtrl+C", L"&Paste\tCtrl+V", L"", L"&Select", L"", L"&Find...\tCtrl+F",
+                     L"Find &next\tF3", L"Find pre&vious\tShift+F3", L"", L"E&xit\tCtrl+F4"}));
     EXPECT_TRUE(canExtract);
     EXPECT_FALSE(canDelete);
     EXPECT_FALSE(canAdd);

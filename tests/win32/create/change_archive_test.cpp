@@ -5,57 +5,17 @@
 #include <commdlg.h>
 #include <dlgs.h>
 
-#include <algorithm>
-#include <fstream>
-
-#include "shell/win32/confirmation_dialog_controls.h"
-#include "win32/extraction/support/extraction_fixture.h"
+#include "shell/win32/folder_dialog_controls.h"
+#include "shell/win32/handles.h"
+#include "win32/create/change_fixture.h"
 
 namespace tovar::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-class ChangeArchive : public ExtractionFixture {
+class ChangeArchive : public ChangeFixture {
 protected:
-    void TearDown() override {
-        EXPECT_TRUE(boxes.seen.empty()) << testing::PrintToString(boxes.seen.empty() ? L"" : boxes.seen[0].text);
-        ExtractionFixture::TearDown();
-    }
-
-    void show(const wchar_t* data, const wchar_t* library) {
-        libraries.bundled(library);
-        create();
-        archive = copyOfData(data);
-        ASSERT_TRUE(open(archive));
-        fs::create_directories(base());
-    }
-    [[nodiscard]] fs::path base() const { return fs::path(folder.path()) / L"to add"; }
-
-    [[nodiscard]] Texts sortedNames() const {
-        Texts names = browser().names();
-        std::ranges::sort(names);
-        return names;
-    }
-    [[nodiscard]] int rowOf(const std::wstring& name) const {
-        const Texts names = browser().names();
-        const auto found = std::ranges::find(names, name);
-        EXPECT_NE(found, names.end()) << testing::PrintToString(names);
-        return static_cast<int>(found - names.begin());
-    }
-    /// Runs a command whose question is answered.
-    /// @return the question
-    std::wstring change(BrowserCommand which, int answer) {
-        std::wstring question;
-        const DialogUser<IDC_LBL_QUESTION> user([&](HWND dialog) {
-            question = textOf(::GetDlgItem(dialog, IDC_LBL_QUESTION));
-            ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED), 0);
-        });
-        command(which);
-        EXPECT_TRUE(waitUntil([&] { return user.done(); }));
-        runMessages();
-        return question;
-    }
     /// Adds a file as the user does, with the system's dialog.
     std::wstring add(const fs::path& file, int answer = IDYES) {
         const DialogUser<cmb13> user([&](HWND dialog) {
@@ -66,20 +26,22 @@ protected:
         EXPECT_EQ(user.times(), 1);
         return question;
     }
-    void remove(const std::wstring& name, int answer = IDYES) {
-        browser().selectRow(rowOf(name));
-        EXPECT_EQ(change(mnuEditDelete, answer), L"Delete the following files/folders ? ");
+    /// Closes the browser while a dialog is open.
+    template <int KnownBy>
+    void closeWhileAsked(BrowserCommand which) {
+        const std::string before = contentOf(archive);
+        const DialogUser<KnownBy> user([this](HWND) { ::PostMessageW(browser().window(), WM_CLOSE, 0, 0); });
+        command(which);
+        EXPECT_TRUE(waitUntil([&] { return user.done() && !browser().isThere(); }));
+        runMessages();
+        EXPECT_EQ(user.times(), 1);
+        EXPECT_EQ(contentOf(archive), before);
+        EXPECT_FALSE(busy());
     }
-    void write(const fs::path& name, const std::string& bytes) const {
-        std::ofstream(base() / name, std::ios::binary) << bytes;
-    }
-
-    std::wstring archive;
 };
 
 TEST_F(ChangeArchive, Zip) {
-    libraries.bundled(L"InfoZip32.dll");
-    show(L"zip\\zip.zip", L"UnZip32.dll");
+    showZip();
     EXPECT_EQ(sortedNames(), (Texts{L"docs", L"empty folder", L"readme.txt"}));
 
     remove(L"readme.txt", IDCANCEL);
@@ -104,7 +66,7 @@ TEST_F(ChangeArchive, Zip) {
 }
 
 TEST_F(ChangeArchive, Lzh) {
-    show(L"lzh\\unix-folders-level1.lzh", L"UnLha32.dll");
+    showLzh();
     EXPECT_EQ(sortedNames(), (Texts{L"subdir"}));
     write(L"hello.txt", "another hello");
     write(L"@ my, file.txt", "some text");
@@ -123,6 +85,92 @@ TEST_F(ChangeArchive, Lzh) {
     EXPECT_EQ(sortedNames(), (Texts{L"@ my, file.txt", L"hello.txt"}));
     remove(L"hello.txt");
     EXPECT_EQ(sortedNames(), (Texts{L"@ my, file.txt"}));
+}
+
+TEST_F(ChangeArchive, IsEmptyWithoutItsLastMemberAndTakesOthers) {
+    showZip();
+    selectAll();
+    change(mnuEditDelete, IDYES);
+    EXPECT_EQ(browser().rowCount(), 0);
+    EXPECT_EQ(browser().status(), L"Archive has 0 files  Bytes ");
+    EXPECT_FALSE(fs::exists(archive));
+    write(L"again.txt", "again");
+    add(base() / L"again.txt");
+    EXPECT_EQ(sortedNames(), Texts{L"again.txt"});
+    keep(L"renewed.zip");
+}
+
+TEST_F(ChangeArchive, IsEmptyWithoutItsLastMemberAsLzhToo) {
+    showLzh();
+    remove(L"subdir");
+    EXPECT_EQ(browser().rowCount(), 0);
+    EXPECT_EQ(browser().status(), L"Archive has 0 files  Bytes ");
+    write(L"again.txt", "again");
+    add(base() / L"again.txt");
+    EXPECT_EQ(sortedNames(), Texts{L"again.txt"});
+    keep(L"renewed.lzh");
+}
+
+TEST_F(ChangeArchive, TakesAFolderThatIsPicked) {
+    showZip();
+    write(L"sub\\deep.txt", "deep");
+    write(L"top.txt", "top");
+    const DialogUser<IDC_WEN_FOLDER_BROWSER> user(
+        [](HWND dialog) { ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0); });
+    // The dialog begins with the archive's own folder.
+    EXPECT_EQ(change(kAddFolder, IDYES), L"Compress 1 files and folders ?");
+    EXPECT_EQ(user.times(), 1);
+    const std::wstring own = fs::path(folder.path()).filename().native();
+    browser().openRow(rowOf(own));
+    EXPECT_EQ(sortedNames(), Texts{L"to add"}) << "the archive itself is left out";
+}
+
+TEST_F(ChangeArchive, ClosesTheQuestionWithTheWindow) {
+    showZip();
+    browser().selectRow(0);
+    closeWhileAsked<IDC_LBL_QUESTION>(mnuEditDelete);
+}
+
+TEST_F(ChangeArchive, ClosesTheDialogForFilesWithTheWindow) {
+    showZip();
+    closeWhileAsked<cmb13>(mnuEditAdd);
+}
+
+TEST_F(ChangeArchive, ClosesTheDialogForFoldersWithTheWindow) {
+    showZip();
+    closeWhileAsked<IDC_WEN_FOLDER_BROWSER>(kAddFolder);
+}
+
+TEST_F(ChangeArchive, StaysAsItIsWhenItIsReadOnly) {
+    showZip();
+    ::SetFileAttributesW(archive.c_str(), FILE_ATTRIBUTE_READONLY);
+    const std::string before = contentOf(archive);
+    browser().selectRow(rowOf(L"readme.txt"));
+    command(mnuEditDelete);
+    EXPECT_TRUE(waitUntil([&] { return boxes.seen.size() == 1; }));
+    runMessages();
+    EXPECT_EQ(boxes.seen.at(0).text, L"The archive is read-only. It was not changed.");
+    boxes.seen.clear();
+    EXPECT_EQ(contentOf(archive), before);
+    EXPECT_EQ(sortedNames(), (Texts{L"docs", L"empty folder", L"readme.txt"}));
+    ::SetFileAttributesW(archive.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(ChangeArchive, StaysAsItIsWhileAnotherProgramHasIt) {
+    showLzh();
+    const std::string before = contentOf(archive);
+    {
+        const UniqueHandle held = adoptHandle(
+            ::CreateFileW(archive.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+        ASSERT_NE(held, nullptr);
+        remove(L"subdir");
+        EXPECT_TRUE(waitUntil([&] { return boxes.seen.size() == 1; }));
+        runMessages();
+    }
+    EXPECT_EQ(boxes.seen.at(0).title, L"LHA Message");
+    boxes.seen.clear();
+    EXPECT_EQ(contentOf(archive), before);
+    EXPECT_EQ(sortedNames(), Texts{L"subdir"});
 }
 
 TEST_F(ChangeArchive, OtherKindsStayAsTheyAre) {

@@ -1,10 +1,10 @@
 #include "browser/win32/archive_browser_window.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "shell/scoped_flag.h"
+#include "shell/win32/child_control.h"
 #include "shell/win32/dpi.h"
 
 // How the browser window looks: its fonts, its scale, and where its controls are.
@@ -110,11 +110,7 @@ void fArcMain::layOut() {
     const int paneHeight = std::max<int>(client.bottom - (status.bottom - status.top) - findHeight - panesTop, 0);
     splitter_.layOut(client.right, dpi_);
     const int barLeft = splitter_.left(), barRight = splitter_.right();
-    struct Place {
-        HWND control;
-        int x, y, width, height;
-    };
-    const Place places[] = {
+    const ControlPlace places[] = {
         {menuBand_.hwnd(), 0, 0, menus.cx, menus.cy},
         {toolbar_.hwnd(), margin, rowTop + (rowHeight - static_cast<int>(buttons.cy)) / 2, buttons.cx, buttons.cy},
         {address_.label(), labelLeft, rowTop + (rowHeight - boxHeight) / 2, labelWidth, boxHeight},
@@ -125,13 +121,7 @@ void fArcMain::layOut() {
         {list_.hwnd(), barRight, panesTop, std::max<int>(client.right - barRight, 0), paneHeight},
         {find_.hwnd(), 0, panesTop + paneHeight, client.right, findHeight},
     };
-    HDWP positions = ::BeginDeferWindowPos(static_cast<int>(std::size(places)));
-    for (const Place& place : places) {
-        if (positions == nullptr) return;
-        positions = ::DeferWindowPos(positions, place.control, nullptr, place.x, place.y, place.width, place.height,
-                                     SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-    if (positions != nullptr) ::EndDeferWindowPos(positions);
+    placeControls(places);
 }
 
 std::optional<LRESULT> fArcMain::onMinimumSize(WPARAM, LPARAM lParam) {

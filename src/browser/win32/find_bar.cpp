@@ -137,17 +137,15 @@ void FindBar::layOut() {
     const int state = std::max(rest - field, 0);
     const std::pair<HWND, int> row[] = {{label_, label},       {edit_, field},  {next_, next},
                                         {previous_, previous}, {state_, state}, {close_, close}};
-    HDWP positions = ::BeginDeferWindowPos(static_cast<int>(std::size(row)));
+    std::vector<ControlPlace> places;
     int left = margin;
     for (const auto& [control, width] : row) {
-        if (positions == nullptr) return;
         // The first letters of a state say nothing; the colour of the field still does.
         const bool hasRoom = control != state_ || width >= scaled(kLeastStateWidth, dpi_);
-        positions = ::DeferWindowPos(positions, control, nullptr, left, fieldTop, hasRoom ? width : 0, rowHeight,
-                                     SWP_NOZORDER | SWP_NOACTIVATE);
+        places.push_back({control, left, fieldTop, hasRoom ? width : 0, rowHeight});
         left += width + gap;
     }
-    if (positions != nullptr) ::EndDeferWindowPos(positions);
+    placeControls(places);
 }
 
 std::optional<LRESULT> FindBar::onFocus(WPARAM, LPARAM) {

@@ -28,6 +28,16 @@ RedrawPause::~RedrawPause() {
     ::RedrawWindow(window_, nullptr, nullptr, RDW_ERASE | RDW_FRAME | RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
+void placeControls(std::span<const ControlPlace> places, UINT flags) {
+    HDWP positions = ::BeginDeferWindowPos(static_cast<int>(places.size()));
+    for (const ControlPlace& place : places) {
+        if (positions == nullptr) return;
+        positions = ::DeferWindowPos(positions, place.control, nullptr, place.x, place.y, place.width, place.height,
+                                     SWP_NOZORDER | SWP_NOACTIVATE | flags);
+    }
+    if (positions != nullptr) ::EndDeferWindowPos(positions);
+}
+
 ReplacedControl::ReplacedControl(HWND dialog, int id) : control_(::GetDlgItem(dialog, id)) {
     if (control_ == nullptr) return;
     ::GetWindowRect(control_, &place_);

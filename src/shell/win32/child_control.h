@@ -1,6 +1,8 @@
 #pragma once
 #include <windows.h>
 
+#include <span>
+
 namespace tovar {
 
 /// Creates a visible control. Its text is the name by which screen readers announce it.
@@ -21,6 +23,16 @@ private:
     HWND window_;
     bool paused_;
 };
+
+/// Where a control goes in the client area of its window, in pixels.
+struct ControlPlace {
+    HWND control;
+    int x, y, width, height;
+};
+
+/// Moves controls of one window at once. Where the system cannot do so, they stay where they are.
+/// @param flags  of SetWindowPos, in addition
+void placeControls(std::span<const ControlPlace> places, UINT flags = 0);
 
 /// A control of a dialog's template that another one takes the place of. Goes with this object.
 class ReplacedControl {

@@ -1,6 +1,9 @@
 #include "shell/win32/form_anchors.h"
 
 #include <algorithm>
+#include <vector>
+
+#include "shell/win32/child_control.h"
 
 namespace tovar {
 namespace {
@@ -36,17 +39,15 @@ void FormAnchors::layOut() const {
     if (form_ == nullptr || !::GetClientRect(form_, &client)) return;
     const LONG wider = std::max<LONG>(client.right - client_.cx, 0);
     const LONG higher = std::max<LONG>(client.bottom - client_.cy, 0);
-    HDWP positions = ::BeginDeferWindowPos(static_cast<int>(controls_.size()));
+    std::vector<ControlPlace> places;
     for (const Control& control : controls_) {
-        if (positions == nullptr) return;
         RECT place = control.place;
         follow(place.left, place.right, wider, (control.edges & kLeft) != 0, (control.edges & kRight) != 0);
         follow(place.top, place.bottom, higher, (control.edges & kTop) != 0, (control.edges & kBottom) != 0);
-        positions =
-            ::DeferWindowPos(positions, control.window, nullptr, place.left, place.top, place.right - place.left,
-                             place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+        places.push_back({control.window, static_cast<int>(place.left), static_cast<int>(place.top),
+                          static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top)});
     }
-    if (positions != nullptr) ::EndDeferWindowPos(positions);
+    placeControls(places, SWP_NOCOPYBITS);
 }
 
 void FormAnchors::limit(MINMAXINFO& limits) const {

@@ -81,6 +81,8 @@ private:
         ContentsView& view_;
     };
 
+    static constexpr int kEveryRow = -1;
+
     [[nodiscard]] HWND header() const;
     [[nodiscard]] std::uint32_t rowCount() const;
     void setStyleBits(LONG_PTR bits);

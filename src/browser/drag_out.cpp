@@ -87,6 +87,11 @@ void DragOut::finish(const ArchiveScene& scene) {
     const std::shared_ptr<Placeholder> placeholder = std::move(placeholder_);
     const std::wstring folder = std::exchange(folder_, {}), list = std::exchange(list_, {});
     placeholder->removeDropped();
+    struct Asked {
+        WindowHandle& over;
+        ~Asked() { over = nullptr; }
+    } const asked{askedOver_};
+    askedOver_ = scene.owner;
     ports_.confirmations.ask(scene.owner, confirmExtraction(list),
                              [&](WindowHandle window) { unpack(scene, window, folder, list); });
 }
@@ -131,6 +136,7 @@ void DragOut::forget() noexcept {
 void DragOut::cancel() noexcept {
     cancelled_ = true;
     if (dragged_) dragged_->cancel();
+    if (askedOver_ != nullptr) ports_.confirmations.decline(askedOver_);
     if (!dragging_ && !finishing_) forget();
 }
 

@@ -50,8 +50,9 @@ private:
     Ports ports_;
     std::shared_ptr<Placeholder> placeholder_;  ///< of the drag whose drop may still come, or has come
     std::shared_ptr<DraggedMembers> dragged_;
-    std::wstring list_;    ///< the members, as libraries are told of them
-    std::wstring folder_;  ///< where they were dropped; with a separator at its end
+    std::wstring list_;                 ///< the members, as libraries are told of them
+    std::wstring folder_;               ///< where they were dropped; with a separator at its end
+    WindowHandle askedOver_ = nullptr;  ///< the window of the question that is up
     bool dragging_ = false;
     bool finishing_ = false;
     bool inBin_ = false;      ///< there the drag ends

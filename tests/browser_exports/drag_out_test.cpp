@@ -14,6 +14,7 @@ public:
     std::function<void()> whileAsked;
     Names messages, captions, yes, no;
     std::vector<WindowHandle> owners;
+    WindowHandle declinedOver = nullptr;
     int window = 0;
 
     bool ask(WindowHandle owner, const Confirmation& confirmation, const Work& work) override {
@@ -26,7 +27,10 @@ public:
         if (agrees) work(&window);
         return agrees;
     }
-    void decline(WindowHandle) noexcept override {}
+    void decline(WindowHandle owner) noexcept override {
+        agrees = false;
+        declinedOver = owner;
+    }
 };
 
 /// The user's hand.
@@ -268,8 +272,27 @@ TEST_F(DragOutTest, UnpacksNothingWhenTheWindowGoesBeforeTheAnswer) {
     hand.whileDragging = [&](DragContents&) { dropInto(LR"(C:\target)"); };
     answers.whileAsked = [&] { out.cancel(); };
     drag();
+    EXPECT_EQ(answers.declinedOver, owner);
     EXPECT_EQ(line(), L"");
     expectClean();
+}
+
+TEST_F(DragOutTest, UnpacksNothingForAnAnswerThatComesAfterTheWindowWent) {
+    hand.whileDragging = [&](DragContents&) { dropInto(LR"(C:\target)"); };
+    answers.whileAsked = [&] {
+        out.cancel();
+        answers.agrees = true;
+    };
+    drag();
+    EXPECT_EQ(line(), L"");
+    expectClean();
+}
+
+TEST_F(DragOutTest, DeclinesNothingWhenNothingIsAsked) {
+    hand.whileDragging = [&](DragContents&) { dropInto(LR"(C:\target)"); };
+    drag();
+    out.cancel();
+    EXPECT_EQ(answers.declinedOver, nullptr);
 }
 
 TEST_F(DragOutTest, GoesWithItsBrowser) {

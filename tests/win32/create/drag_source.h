@@ -83,8 +83,9 @@ public:
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
 
 private:
-    static constexpr UINT kInterval = 20;   // milliseconds
-    static constexpr int kSteps = 4;        // on the way
+    static constexpr UINT kInterval = 20;  // milliseconds
+    static constexpr int kSteps = 4;       // on the way
+    static constexpr int kWaitsForPress = 25;
     static constexpr int kMostWaits = 500;  // intervals until a press has arrived
     static constexpr POINT kFrom{1000, 4};  // in the corner of the screen, where no other window is
 
@@ -94,23 +95,29 @@ private:
                                     kFrom.x - 4, kFrom.y - 4, 16, 16, nullptr, nullptr, nullptr, nullptr)) {}
     ~MouseDrag() { ::DestroyWindow(window_); }
 
-    /// Presses the button on the window, once the pointer is seen there, and waits until it has heard of that.
+    /// Presses the button on the window, once the pointer is seen there, and waits until it has heard of that. A press
+    /// that activates a window may be lost, and is made again.
     bool press() {
-        const bool pressed = waitFor(WM_MOUSEMOVE, [](int wait) { ::SetCursorPos(kFrom.x + wait % 2, kFrom.y); }) &&
-                             waitFor(WM_LBUTTONDOWN, [](int wait) {
-                                 if (wait == 0) ::mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+        const auto isMove = [](UINT message) { return message == WM_MOUSEMOVE; };
+        const auto isPress = [](UINT message) { return message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK; };
+        const bool pressed = waitFor(isMove, [](int wait) { ::SetCursorPos(kFrom.x + wait % 2, kFrom.y); }) &&
+                             waitFor(isPress, [](int wait) {
+                                 if (wait % kWaitsForPress != 0) return;
+                                 if (wait != 0) ::mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+                                 ::SetCursorPos(kFrom.x, kFrom.y);
+                                 ::mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
                              });
         if (!pressed) ::mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
         return pressed;
     }
-    template <class Act>
-    bool waitFor(UINT wanted, const Act& act) {
+    template <class IsWanted, class Act>
+    bool waitFor(const IsWanted& isWanted, const Act& act) {
         for (int wait = 0; wait < kMostWaits; ++wait) {
             act(wait);
             ::MsgWaitForMultipleObjects(0, nullptr, FALSE, kInterval, QS_ALLINPUT);
             MSG message{};
             while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-                if (message.hwnd == window_ && message.message == wanted) return true;
+                if (message.hwnd == window_ && isWanted(message.message)) return true;
                 ::DispatchMessageW(&message);
             }
         }

@@ -63,7 +63,7 @@ HRESULT MemberDataObject::giveFile(LONG index, STGMEDIUM& medium) {
     // Some who want the only file there is do not number it.
     auto file = contents_->file(index < 0 ? 0 : static_cast<std::size_t>(index));
     if (!file) return DV_E_LINDEX;
-    medium.pstm = MemberStream::open(std::move(*file), component_);
+    medium.pstm = MemberStream::open(std::move(*file), component_).release();
     if (medium.pstm == nullptr) return STG_E_FILENOTFOUND;
     medium.tymed = TYMED_ISTREAM;
     return S_OK;

@@ -9,13 +9,14 @@
 
 namespace tovar {
 
-IStream* MemberStream::open(HeldFile file, std::shared_ptr<const void> component) {
-    ComReference<MemberStream> stream(new MemberStream(std::move(file), std::move(component)));
-    const HRESULT opened = ::SHCreateStreamOnFileW(systemPath(stream->file_.path).c_str(),
-                                                   STGM_READ | STGM_SHARE_DENY_WRITE, stream->stream_.put());
-    if (FAILED(opened)) return nullptr;
-    stream->AddRef();
-    return stream.get();
+ComOwner<IStream> MemberStream::open(HeldFile file, std::shared_ptr<const void> component) {
+    ComOwner<MemberStream> stream(new MemberStream(std::move(file), std::move(component)));
+    IStream* opened = nullptr;
+    const HRESULT result =
+        ::SHCreateStreamOnFileW(systemPath(stream->file_.path).c_str(), STGM_READ | STGM_SHARE_DENY_WRITE, &opened);
+    stream->stream_.reset(opened);
+    if (FAILED(result)) return nullptr;
+    return stream;
 }
 
 STDMETHODIMP MemberStream::Read(void* bytes, ULONG size, ULONG* read) noexcept {
@@ -42,16 +43,15 @@ STDMETHODIMP MemberStream::Clone(IStream** clone) noexcept {
     if (clone == nullptr) return STG_E_INVALIDPOINTER;
     *clone = nullptr;
     return comMethod([&] {
-        ComReference<IStream> copy(open(file_, component_));
-        if (copy.get() == nullptr) return STG_E_ACCESSDENIED;
+        ComOwner<IStream> copy = open(file_, component_);
+        if (!copy) return STG_E_ACCESSDENIED;
         LARGE_INTEGER none{}, place{};
         ULARGE_INTEGER position{};
         HRESULT result = stream_->Seek(none, STREAM_SEEK_CUR, &position);
         place.QuadPart = static_cast<LONGLONG>(position.QuadPart);
         if (SUCCEEDED(result)) result = copy->Seek(place, STREAM_SEEK_SET, nullptr);
         if (FAILED(result)) return result;
-        copy->AddRef();
-        *clone = copy.get();
+        *clone = copy.release();
         return S_OK;
     });
 }

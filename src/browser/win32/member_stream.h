@@ -16,7 +16,7 @@ public:
     /// @param file       what the stream is of
     /// @param component  what has to stay as well
     /// @return null when the file cannot be opened
-    static IStream* open(HeldFile file, std::shared_ptr<const void> component);
+    static ComOwner<IStream> open(HeldFile file, std::shared_ptr<const void> component);
 
     STDMETHODIMP Read(void* bytes, ULONG size, ULONG* read) noexcept override;
     STDMETHODIMP Write(const void*, ULONG, ULONG*) noexcept override { return STG_E_ACCESSDENIED; }
@@ -38,7 +38,7 @@ private:
     // They go in reverse order: the file is closed first.
     std::shared_ptr<const void> component_;
     HeldFile file_;
-    ComReference<IStream> stream_;
+    ComOwner<IStream> stream_;
 };
 
 }  // namespace tovar

@@ -31,9 +31,8 @@ private:
 
 bool OleDragSource::drag(const std::shared_ptr<DragContents>& contents, DragButton button) {
     if (!ole_.start()) return false;
-    const ComReference<IDataObject> data(new MemberDataObject(contents, component_ ? component_() : nullptr));
-    const ComReference<IDropSource> source(
-        new DropSource(contents, button == DragButton::Left ? MK_LBUTTON : MK_RBUTTON));
+    const ComOwner<IDataObject> data(new MemberDataObject(contents, component_ ? component_() : nullptr));
+    const ComOwner<IDropSource> source(new DropSource(contents, button == DragButton::Left ? MK_LBUTTON : MK_RBUTTON));
     DWORD effect = DROPEFFECT_NONE;
     // Copies alone: members stay in their archive.
     const HRESULT result = ::DoDragDrop(data.get(), source.get(), DROPEFFECT_COPY, &effect);

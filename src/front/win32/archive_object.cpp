@@ -98,7 +98,7 @@ HRESULT TovarArchive::call(Body body) noexcept {
     if (::GetCurrentThreadId() != thread_) return reportError(RPC_E_WRONG_THREAD, IID_ITovarArchive);
     const ComOwner<ITovar> alive = shareObject(&outer_);
     ::SetErrorInfo(0, nullptr);
-    const HRESULT result = guarded(body);
+    const HRESULT result = comMethod(body);
     if (result == E_OUTOFMEMORY || result == E_UNEXPECTED) return reportError(result, IID_ITovarArchive);
     return result;
 }

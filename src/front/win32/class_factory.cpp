@@ -9,25 +9,10 @@ HRESULT ClassFactory::create(REFCLSID classId, REFIID iid, void** object) noexce
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
     if (!IsEqualCLSID(classId, CLSID_cTovar)) return CLASS_E_CLASSNOTAVAILABLE;
-    return guarded([&] {
+    return comMethod([&] {
         const ComOwner<ClassFactory> made(new ClassFactory);
         return made->QueryInterface(iid, object);
     });
-}
-
-STDMETHODIMP ClassFactory::QueryInterface(REFIID iid, void** object) {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IClassFactory)) return E_NOINTERFACE;
-    *object = static_cast<IClassFactory*>(this);
-    AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP_(ULONG) ClassFactory::Release() {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
 }
 
 STDMETHODIMP ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object) {

@@ -7,26 +7,10 @@
 #include <new>
 #include <string_view>
 
+#include "shell/win32/com_object.h"
 #include "shell/win32/handles.h"
 
 namespace tovar {
-
-struct ReleaseInterface {
-    template <class Interface>
-    void operator()(Interface* object) const noexcept {
-        object->Release();
-    }
-};
-
-/// One counted reference to a COM object.
-template <class Interface>
-using ComOwner = std::unique_ptr<Interface, ReleaseInterface>;
-
-template <class Interface>
-[[nodiscard]] ComOwner<Interface> shareObject(Interface* object) noexcept {
-    if (object != nullptr) object->AddRef();
-    return ComOwner<Interface>(object);
-}
 
 using UniqueBstr = std::unique_ptr<OLECHAR, CloseWith<&::SysFreeString>>;
 
@@ -57,17 +41,5 @@ public:
 private:
     VARIANT value_;
 };
-
-/// Runs the body of a COM method: no exception leaves it.
-template <class Body>
-HRESULT guarded(Body body) noexcept {
-    try {
-        return body();
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    } catch (...) {
-        return E_UNEXPECTED;
-    }
-}
 
 }  // namespace tovar

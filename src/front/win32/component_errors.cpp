@@ -11,7 +11,7 @@ std::wstring errorDescription(HRESULT code) {
 }
 
 HRESULT reportError(HRESULT code, REFIID iid) noexcept {
-    guarded([&] {
+    comMethod([&] {
         reportError(code, iid, errorDescription(code));
         return S_OK;
     });
@@ -19,7 +19,7 @@ HRESULT reportError(HRESULT code, REFIID iid) noexcept {
 }
 
 HRESULT reportError(HRESULT code, REFIID iid, std::wstring_view description) noexcept {
-    guarded([&] {
+    comMethod([&] {
         ICreateErrorInfo* created = nullptr;
         if (FAILED(::CreateErrorInfo(&created))) return S_OK;
         const ComOwner<ICreateErrorInfo> info(created);

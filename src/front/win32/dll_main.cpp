@@ -12,7 +12,7 @@
 namespace {
 
 HRESULT registerModule(tovar::RegistrationScope scope) noexcept {
-    return tovar::guarded([&] { return tovar::registerServer(scope, tovar::modulePath()); });
+    return tovar::comMethod([&] { return tovar::registerServer(scope, tovar::modulePath()); });
 }
 
 /// "user" is for the calling user, nothing for the machine.

@@ -127,7 +127,7 @@ private:
     static HRESULT give(Result* result, Body body) noexcept {
         if (result == nullptr) return E_POINTER;
         *result = {};
-        const HRESULT code = guarded(body);
+        const HRESULT code = comMethod(body);
         return FAILED(code) ? reportError(code, IID_ITovarEntry) : code;
     }
     [[nodiscard]] const ArchiveDriver& driver() const noexcept { return *listing_->archive; }
@@ -142,30 +142,14 @@ ComOwner<ITovarEntry> makeEntry(const Listing& listing, LONG index) {
 }
 
 /// Goes through the entries for "For Each".
-class EntryEnumerator final : public IEnumVARIANT {
+class EntryEnumerator final : public ComObject<IEnumVARIANT, IID_IEnumVARIANT> {
 public:
     explicit EntryEnumerator(Listing listing, LONG next = 0) : listing_(std::move(listing)), next_(next) {}
-    EntryEnumerator(const EntryEnumerator&) = delete;
-    EntryEnumerator& operator=(const EntryEnumerator&) = delete;
-
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        *object = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IEnumVARIANT) ? this : nullptr;
-        if (*object == nullptr) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
 
     STDMETHODIMP Next(ULONG count, VARIANT* elements, ULONG* fetched) override {
         if (fetched != nullptr) *fetched = 0;
         if (elements == nullptr || (fetched == nullptr && count != 1)) return E_POINTER;
-        return guarded([&] {
+        return comMethod([&] {
             ULONG given = 0;
             for (; given < count && next_ < countOf(listing_); ++given, ++next_) {
                 ::VariantInit(&elements[given]);
@@ -189,19 +173,16 @@ public:
     STDMETHODIMP Clone(IEnumVARIANT** clone) override {
         if (clone == nullptr) return E_POINTER;
         *clone = nullptr;
-        return guarded([&] {
+        return comMethod([&] {
             *clone = new EntryEnumerator(listing_, next_);
             return S_OK;
         });
     }
 
 private:
-    ~EntryEnumerator() = default;
-
     ServerLock lock_;
     Listing listing_;
     LONG next_;
-    std::atomic<ULONG> references_ = 1;
 };
 
 ITovarEntries& entries(IDispatch& object) noexcept { return static_cast<ITovarEntries&>(object); }
@@ -241,7 +222,7 @@ public:
         if (result == nullptr) return E_POINTER;
         *result = nullptr;
         if (nIndex < 1 || nIndex > countOf(listing_)) return reportError(DISP_E_BADINDEX, IID_ITovarEntries);
-        return guarded([&] {
+        return comMethod([&] {
             *result = makeEntry(listing_, nIndex - 1).release();
             return S_OK;
         });
@@ -254,7 +235,7 @@ public:
     STDMETHODIMP get__NewEnum(IUnknown** result) override {
         if (result == nullptr) return E_POINTER;
         *result = nullptr;
-        return guarded([&] {
+        return comMethod([&] {
             *result = new EntryEnumerator(listing_);
             return S_OK;
         });

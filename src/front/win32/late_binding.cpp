@@ -149,7 +149,7 @@ HRESULT invokeMethod(std::span<const DispatchPart> parts, DISPID id, REFIID iid,
     const MethodRow* const method = find(parts, id, flags, object);
     if (method == nullptr) return DISP_E_MEMBERNOTFOUND;
     if (parameters == nullptr) return E_INVALIDARG;
-    return guarded([&] {
+    return comMethod([&] {
         UINT bad = 0;
         const HRESULT code = invoke(*object, *method, locale, *parameters, result, exception, bad);
         if (FAILED(code) && badArgument != nullptr) *badArgument = bad;

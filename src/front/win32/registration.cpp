@@ -114,7 +114,7 @@ HRESULT unregister(HKEY hive) {
 }  // namespace
 
 HRESULT registerServer(RegistrationScope scope, const std::wstring& module) noexcept {
-    return guarded([&] {
+    return comMethod([&] {
         const HKEY hive = hiveOf(scope);
         for (const RegistryRow& row : rowsFor(module)) {
             const LSTATUS written = write(hive, row);
@@ -127,7 +127,7 @@ HRESULT registerServer(RegistrationScope scope, const std::wstring& module) noex
 }
 
 HRESULT unregisterServer(RegistrationScope scope) noexcept {
-    return guarded([&] { return unregister(hiveOf(scope)); });
+    return comMethod([&] { return unregister(hiveOf(scope)); });
 }
 
 }  // namespace tovar

@@ -34,7 +34,7 @@ cTovar::cTovar(std::shared_ptr<Component> component)
       thread_(::GetCurrentThreadId()) {}
 
 HRESULT cTovar::create(REFIID iid, void** object) noexcept {
-    return guarded([&] {
+    return comMethod([&] {
         const ComOwner<cTovar> made(new cTovar(Component::ofThisThread()));
         return made->QueryInterface(iid, object);
     });
@@ -68,7 +68,7 @@ STDMETHODIMP_(ULONG) cTovar::Release() {
     } else if (left == calls_ && ::GetCurrentThreadId() == thread_) {
         // Only its own methods still hold the object: the host has let go of it from inside a dialog, which would wait
         // for a user who may no longer see it.
-        guarded([this] {
+        comMethod([this] {
             operations_.unloadWindows();
             return S_OK;
         });
@@ -94,7 +94,7 @@ template <class Body>
 HRESULT cTovar::call(Body body) noexcept {
     if (::GetCurrentThreadId() != thread_) return reportError(RPC_E_WRONG_THREAD, IID_ITovar);
     const Running running(*this);
-    const HRESULT result = guarded(body);
+    const HRESULT result = comMethod(body);
     return FAILED(result) ? reportError(result, IID_ITovar) : result;
 }
 

@@ -20,7 +20,7 @@ ComOwner<ITypeInfo> loadTypeInfo(REFGUID id, HRESULT& result) {
 HRESULT handOutTypeInfo(REFGUID id, ITypeInfo** info) noexcept {
     if (info == nullptr) return E_POINTER;
     *info = nullptr;
-    return guarded([&] {
+    return comMethod([&] {
         HRESULT result = S_OK;
         *info = loadTypeInfo(id, result).release();
         return result;

@@ -3,6 +3,7 @@
 // windows.h first
 #include <unknwn.h>
 
+#include <memory>
 #include <new>
 
 namespace tovar {
@@ -51,26 +52,21 @@ private:
     LONG references_ = 1;
 };
 
-/// Holds a reference to a COM object.
-template <class Interface>
-class ComReference {
-public:
-    ComReference() = default;
-    /// Takes over the caller's reference.
-    explicit ComReference(Interface* object) noexcept : object_(object) {}
-    ~ComReference() {
-        if (object_ != nullptr) object_->Release();
+struct ReleaseInterface {
+    template <class Interface>
+    void operator()(Interface* object) const noexcept {
+        object->Release();
     }
-    ComReference(const ComReference&) = delete;
-    ComReference& operator=(const ComReference&) = delete;
-
-    [[nodiscard]] Interface* get() const noexcept { return object_; }
-    Interface* operator->() const noexcept { return object_; }
-    /// For calls that give a reference.
-    [[nodiscard]] Interface** put() noexcept { return &object_; }
-
-private:
-    Interface* object_ = nullptr;
 };
+
+/// One counted reference to a COM object.
+template <class Interface>
+using ComOwner = std::unique_ptr<Interface, ReleaseInterface>;
+
+template <class Interface>
+[[nodiscard]] ComOwner<Interface> shareObject(Interface* object) noexcept {
+    if (object != nullptr) object->AddRef();
+    return ComOwner<Interface>(object);
+}
 
 }  // namespace tovar

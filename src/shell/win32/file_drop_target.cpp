@@ -14,10 +14,6 @@
 namespace tovar {
 namespace {
 
-struct ReleaseObject {
-    void operator()(IUnknown* object) const noexcept { object->Release(); }
-};
-
 /// @return none for a list that is empty or damaged
 std::vector<std::wstring> pathsIn(HGLOBAL block) {
     const std::optional<std::string> bytes = bytesOf(block);
@@ -120,7 +116,7 @@ private:
 
     HWND window_;
     FileDropOwner* owner_;
-    std::unique_ptr<IDropTargetHelper, ReleaseObject> picture_;
+    ComOwner<IDropTargetHelper> picture_;
     bool hasFiles_ = false;
 };
 

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "shell/paths.h"
+#include "shell/win32/com_object.h"
 #include "shell/win32/folder_search.h"
 #include "shell/win32/long_paths.h"
 #include "shell/win32/system_calls.h"
@@ -23,11 +24,6 @@ struct FreeWithShell {
     void operator()(void* memory) const noexcept { ::CoTaskMemFree(memory); }
 };
 using UniqueItem = std::unique_ptr<ITEMIDLIST, FreeWithShell>;
-
-struct Release {
-    void operator()(IUnknown* object) const noexcept { object->Release(); }
-};
-using UniqueFolder = std::unique_ptr<IShellFolder, Release>;
 
 UniqueItem specialItem(int folder) {
     LPITEMIDLIST item = nullptr;
@@ -67,24 +63,24 @@ std::wstring textOfItem(IShellFolder& folder, PCUITEMID_CHILD item, SHGDNF kind)
     return characters;
 }
 
-UniqueFolder computerFolder() {
+ComOwner<IShellFolder> computerFolder() {
     IShellFolder* desktop = nullptr;
     if (::SHGetDesktopFolder(&desktop) != S_OK) return nullptr;
-    const UniqueFolder above(desktop);
+    const ComOwner<IShellFolder> above(desktop);
     const UniqueItem item = specialItem(CSIDL_DRIVES);
     void* computer = nullptr;
     if (!item || above->BindToObject(item.get(), nullptr, IID_IShellFolder, &computer) != S_OK) return nullptr;
-    return UniqueFolder(static_cast<IShellFolder*>(computer));
+    return ComOwner<IShellFolder>(static_cast<IShellFolder*>(computer));
 }
 
 std::vector<FolderPlace> drivesOfShell() {
     std::vector<FolderPlace> drives;
-    const UniqueFolder computer = computerFolder();
+    const ComOwner<IShellFolder> computer = computerFolder();
     IEnumIDList* listed = nullptr;
     if (!computer || computer->EnumObjects(nullptr, SHCONTF_FOLDERS | SHCONTF_INCLUDEHIDDEN, &listed) != S_OK) {
         return drives;
     }
-    const std::unique_ptr<IEnumIDList, Release> items(listed);
+    const ComOwner<IEnumIDList> items(listed);
     for (LPITEMIDLIST next = nullptr; items->Next(1, &next, nullptr) == S_OK;) {
         const UniqueItem item(next);
         std::wstring path = textOfItem(*computer, next, SHGDN_FORPARSING);

@@ -158,11 +158,15 @@ script_answers() {
 }
 no_script_answers() { ! script_answers; }
 
-# Waits until no file has the name any more. $1: the name; a "*" stands for anything
+# Waits until no file has any of the names any more. The names; a "*" stands for anything
 wait_until_gone() {
-    local try
+    local try name left
     for try in $(seq 100); do
-        compgen -G "$1" || return 0
+        left=no
+        for name in "$@"; do
+            if compgen -G "$name"; then left=yes; fi
+        done
+        [ "$left" = yes ] || return 0
         sleep 0.1
     done
     return 1
@@ -170,7 +174,9 @@ wait_until_gone() {
 
 # --- For one user, without a switch
 
-rm -rf "$drive"/windows/temp/~nsu* # copies of other uninstallers
+# Copies of uninstallers, wherever the prefix has its folder for temporary files.
+copies=("$drive/windows/temp/~nsu*" "$drive/users/*/Temp/~nsu*" "$drive/users/*/AppData/Local/Temp/~nsu*")
+rm -rf "$drive"/windows/temp/~nsu* "$drive"/users/*/Temp/~nsu* "$drive"/users/*/AppData/Local/Temp/~nsu*
 take_state before
 run_setup "installs silently" 0 "$packaging_setup" /S
 take_state installed
@@ -213,7 +219,7 @@ set_setting HKCU
 run_windows "$own_folder/uninstall.exe" /S
 check "the uninstaller starts" is "$code" 0
 check "the uninstaller goes itself, and every folder that was made" wait_until_gone "$local_programs"
-check "the uninstaller leaves no copy of itself" wait_until_gone "$drive/windows/temp/~nsu*"
+check "the uninstaller leaves no copy of itself" wait_until_gone "${copies[@]}"
 check "the setting stays" is "$(registry_value 'HKCU\SOFTWARE\Vantrel\Config' ArchiverSetting)" 0x3ff
 check "the entry goes" registry_lacks "HKCU\\$uninstall_key" DisplayVersion
 check "the class goes" registry_lacks "HKCU\\$class_key"

@@ -10,11 +10,12 @@ package_time() {
 
 package_libraries=(UnZip32 Tar32 UnRar32 UnArj32j UnLha32 Cab32 UnAce InfoZip32)
 
-# Texts are read with the system's editor, which wants its own line ends.
+# Texts are read with the system's editor, which wants its own line ends, and opens ".txt" by itself.
 # $1: the source; $2: the target
 stage_text() {
     mkdir -p "$(dirname "$2")"
-    sed -e 's/\r$//' -e 's/$/\r/' "$1" >"$2"
+    sed -E -e 's/\r$//' -e 's/]\(LICENSE\)/](LICENSE.txt)/' -e 's/]\(\.\.\/([A-Z-]+)\.md/](..\/\1.txt/g' \
+        -e 's/$/\r/' "$1" >"$2"
 }
 
 # Puts together what a user gets, in the layout of the installed folder.
@@ -30,16 +31,15 @@ stage_package() {
     stage_text "$root/packaging/README.txt" "$stage/README.txt"
     stage_text "$root/LICENSE" "$stage/LICENSE.txt"
     for document in THIRD-PARTY-NOTICES CHANGELOG; do
-        if [ -e "$root/$document.md" ]; then stage_text "$root/$document.md" "$stage/$document.txt"; fi
+        stage_text "$root/$document.md" "$stage/$document.txt"
     done
-    for document in using installing host-interface automation archiver-libraries finding-libraries security; do
-        if [ -e "$root/docs/$document.md" ]; then stage_text "$root/docs/$document.md" "$stage/docs/$document.md"; fi
+    for document in using installing host-interface automation archiver-libraries finding-libraries security unpacking \
+        creating dependencies building; do
+        stage_text "$root/docs/$document.md" "$stage/docs/$document.md"
     done
-    if [ -d "$root/examples" ]; then
-        while IFS= read -r -d '' example; do
-            stage_text "$example" "$stage/examples/${example#"$root/examples/"}"
-        done < <(find "$root/examples" -type f \( -name '*.vbs' -o -name '*.js' -o -name '*.md' \) -print0)
-    fi
+    for example in "$root"/examples/*.vbs "$root"/examples/*.js; do
+        stage_text "$example" "$stage/examples/${example##*/}"
+    done
     chmod -R u=rwX,go=rX "$stage"
 }
 

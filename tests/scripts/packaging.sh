@@ -39,6 +39,18 @@ for name in TovarEx.dll TovarEx.tlb TovarEx.manifest UnZip32.dll Tar32.dll UnRar
     check "the ZIP holds $name" grep -Fx "TovarEx-$packaging_version/$name" "$packaging_work/names"
 done
 check "the ZIP lists its files in order" same <(LC_ALL=C sort "$packaging_work/names") "$packaging_work/names"
+
+# Prints the links of the packed documents that lead to nothing.
+dead_links() {
+    local document link
+    while IFS= read -r document; do
+        while IFS= read -r link; do
+            [ -e "$(dirname "$document")/$link" ] || echo "${document#"$packaging_stage/"}: $link"
+        done < <(grep -oE '\]\([^)#]+' "$document" | sed 's/^](//' | grep -v '^https\?:')
+    done < <(find "$packaging_stage" -name '*.md' -o -name '*.txt')
+}
+check "every link of a packed document leads to a packed one" is "$(dead_links)" ""
+check "the packed documents have links" grep -qF '](unpacking.md' "$packaging_stage/docs/security.md"
 check "the component's version is the package's" \
     is "$(strings -el "$packaging_stage/TovarEx.dll" | grep -A 1 -Fx ProductVersion | tail -n 1)" "$packaging_version.0"
 

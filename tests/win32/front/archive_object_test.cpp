@@ -23,25 +23,14 @@ std::wstring errorText() {
 }
 
 /// A progress handler as a script's object is one.
-class Handler final : public IDispatch {
+class Handler final : public test::ScriptDispatch {
 public:
     std::function<HRESULT(VARIANT* answer, EXCEPINFO* exception)> body;
     bool isFunction = false;
     int calls = 0;
     std::wstring path;
     double done = -1, total = -1;
-    ULONG references = 1;
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        *object = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ? this : nullptr;
-        if (*object == nullptr) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
         const bool known = !isFunction && std::wstring(names[0]) == L"OnProgress";
         ids[0] = known ? 7 : DISPID_UNKNOWN;

@@ -75,12 +75,10 @@ private:
     VARIANT variant_;
 };
 
-/// An object of a script: properties by name, read late-bound. Reads are logged. Lives on its owner.
-class ScriptObject final : public IDispatch {
+/// An object of a script as far as all are alike: no type information, and references that are only counted, as it
+/// lives on its owner.
+class ScriptDispatch : public IDispatch {
 public:
-    std::map<std::wstring, Value> properties;
-    std::vector<std::wstring> reads;
-    bool functionsOnly = false;  ///< the names are those of functions
     ULONG references = 1;
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
@@ -96,6 +94,15 @@ public:
         return S_OK;
     }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+};
+
+/// An object of a script: properties by name, read late-bound. Reads are logged.
+class ScriptObject final : public ScriptDispatch {
+public:
+    std::map<std::wstring, Value> properties;
+    std::vector<std::wstring> reads;
+    bool functionsOnly = false;  ///< the names are those of functions
+
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
         DISPID id = kFirst;
         for (const auto& [name, value] : properties) {
